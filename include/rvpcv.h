@@ -1,0 +1,266 @@
+/* rvpcv: computer-vision primitives for x86-64 with AVX2 and FMA.
+ *
+ * Every function is a plain C function that takes images as descriptors (pointer to the first
+ * pixel of the region, row step in bytes, region size), validates all its arguments before it
+ * touches a pixel, and returns an RvpStatus. On an error status nothing has been written:
+ * outputs, result pointers, state structures and caller buffers are byte-for-byte unchanged.
+ *
+ * Argument checks run in this order: null pointers (-8, in argument order), region size (-6),
+ * steps (-14 for a step below the row's byte width, -108 for a step that is not a multiple of
+ * the element size; tested per group of images, row widths computed in 64-bit arithmetic, a
+ * negative step is -14), then the family's own parameters.
+ *
+ * Compiles as C99 and as C++. */
+#ifndef RVPCV_H
+#define RVPCV_H
+
+#include <stdint.h>
+
+#include "rvpcore.h"
+
+#if defined(RVPCV_BUILD)
+#define RVPCV_API __attribute__((visibility("default")))
+#else
+#define RVPCV_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ============================================================================================
+ * Shared types
+ * ========================================================================================== */
+
+typedef uint8_t Rvp8u;
+typedef int8_t Rvp8s;
+typedef uint16_t Rvp16u;
+typedef int16_t Rvp16s;
+typedef int32_t Rvp32s;
+typedef float Rvp32f;
+typedef double Rvp64f;
+
+typedef struct {
+  int width;
+  int height;
+} RvpiSize;
+
+typedef struct {
+  int x;
+  int y;
+} RvpiPoint;
+
+typedef struct {
+  int x;
+  int y;
+  int width;
+  int height;
+} RvpiRect;
+
+/* Border selector: the low four bits are the base rule, the next four mark sides whose
+ * neighbours lie in the caller's memory. */
+typedef int RvpiBorderType;
+enum {
+  rvpBorderConst = 0,       /* pixels outside take the border value */
+  rvpBorderRepl = 1,        /* the nearest edge pixel is repeated */
+  rvpBorderWrap = 2,        /* continues from the opposite end (rows and columns alike) */
+  rvpBorderMirror = 3,      /* c b | a b c: mirror without repeating the edge pixel */
+  rvpBorderMirrorR = 4,     /* b a | a b c: mirror repeating the edge pixel */
+  rvpBorderInMem = 6,       /* all four sides read from the caller's memory */
+  rvpBorderInMemTop = 0x10,
+  rvpBorderInMemBottom = 0x20,
+  rvpBorderInMemLeft = 0x40,
+  rvpBorderInMemRight = 0x80
+};
+
+/* Data-type selector of size queries and initialisers. */
+typedef int RvpDataType;
+enum { rvp8u = 1, rvp8s = 3, rvp16u = 5, rvp16s = 7, rvp32f = 13 };
+
+/* Region record written by the flood fills. */
+typedef struct {
+  Rvp64f area;     /* number of filled pixels */
+  Rvp64f value[3]; /* the new value; one-channel fills write it first and 0 in the others */
+  RvpiRect rect;   /* bounding box of the filled pixels */
+} RvpiConnectedComp;
+
+/* The version record; constant data of the library. */
+typedef struct {
+  int major;
+  int minor;
+  int majorBuild;
+  int build;
+  char targetCpu[4];
+  const char* Name;
+  const char* Version;
+  const char* BuildDate;
+} RvpLibraryVersion;
+
+/* ============================================================================================
+ * Status codes: 0 success, negative errors, positive warnings (outputs valid).
+ * ========================================================================================== */
+
+typedef int RvpStatus;
+enum {
+  rvpStsNoErr = 0,
+  rvpStsDivByZeroWrn = 6,     /* a relative norm had a zero denominator */
+  rvpStsHoughLimitWrn = 33,   /* the probabilistic line search stopped early */
+  rvpStsErr = -2,             /* a sample count does not fit a signed 32-bit count */
+  rvpStsBadArgErr = -5,       /* a scalar argument or option outside its allowed set */
+  rvpStsSizeErr = -6,         /* region size below 1 or outside a family's limits */
+  rvpStsRangeErr = -7,        /* region accumulation cannot be completed */
+  rvpStsNullPtrErr = -8,      /* a pointer argument is null */
+  rvpStsMemAllocErr = -9,     /* the core allocator returned no memory */
+  rvpStsOutOfRangeErr = -11,  /* a value outside its allowed numeric range */
+  rvpStsDataTypeErr = -12,    /* unsupported data-type selector */
+  rvpStsStepErr = -14,        /* a row step smaller than the row's width in bytes */
+  rvpStsContextMatchErr = -17,/* a specification structure has the wrong identifier */
+  rvpStsThresholdErr = -18,   /* a negative threshold */
+  rvpStsMaskSizeErr = -33,    /* unsupported kernel or mask size selector */
+  rvpStsAnchorErr = -34,      /* anchor outside the kernel */
+  rvpStsChannelErr = -47,     /* channel count other than 1 or 3 */
+  rvpStsCOIErr = -52,         /* channel of interest outside 1..3 */
+  rvpStsNumChannelsErr = -53, /* channel-count argument other than 1 */
+  rvpStsMetricErr = -56,      /* distance-transform weight below 1 */
+  rvpStsNotEvenStepErr = -108,/* step not a multiple of the element size */
+  rvpStsBorderErr = -225,     /* unsupported border type */
+  rvpStsModeErr = -229,       /* mode selector other than 1 */
+  rvpStsSelectorErr = -230,   /* selector other than 2, 5 or 8 */
+  rvpStsInplaceModeErr = -9997/* source equals destination where in-place is unsupported */
+};
+
+/* ============================================================================================
+ * Library frame
+ * ========================================================================================== */
+
+/* The version record of this build: 8.2.3 build 48108, target "l9". Never fails; the record is
+ * constant and must be neither modified nor freed. */
+RVPCV_API const RvpLibraryVersion* rvpcvGetLibVersion(void);
+
+/* ============================================================================================
+ * Accumulation and differences (src/arith/accumulate.cpp)
+ *
+ * Accumulators are Rvp32f images updated in place; sources are converted exactly to Rvp32f.
+ * fma(a, b, c) below is a fused multiply-add with a single rounding; m is 1.0 where the mask
+ * byte is nonzero and 0.0 where it is zero. The mask is a multiplication, not a skip: a
+ * masked-off pixel keeps its value only when the other factor is finite (a NaN or infinite
+ * 32f source writes NaN even where the mask is 0).
+ *
+ *   Add           d + s                               masked: fma(m, s, d)
+ *   AddSquare     fma(s, s, d)                        masked: fma(m, round(s*s), d)
+ *   AddProduct    fma(s1, s2, d)                      masked: fma(m, round(s1*s2), d)
+ *   AddWeighted   fma(round(s - d), alpha, d)         masked: fma(mask ? alpha : 0, round(s - d), d)
+ *   AddWeighted_32f_C1R   dst = fma(round(s1 - s2), alpha, s2)
+ *   AbsDiff       |s1 - s2| (8u/16u exact; 32f: rounded difference with its sign bit cleared)
+ *   AbsDiffC      |s - value| (value clamped to 0..255 for 8u, 0..65535 for 16u; no error)
+ *
+ * Results do not depend on alignment, width or step. alpha is used as given (no clamping).
+ * Step checks: sources first (-14 then -108), then mask and accumulator (-14 then -108); the
+ * all-32f members and AbsDiff/AbsDiffC test every step for -14 first, then every step for -108.
+ * ========================================================================================== */
+
+/* Rvp8u sources */
+RVPCV_API RvpStatus rvpiAdd_8u32f_C1IR(const Rvp8u* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAdd_8u32f_C1IMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_8u32f_C1IR(const Rvp8u* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_8u32f_C1IMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_8u32f_C1IR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_8u32f_C1IMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, Rvp32f* pSrcDst, int srcDstStep,
+    RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddWeighted_8u32f_C1IR(const Rvp8u* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+RVPCV_API RvpStatus rvpiAddWeighted_8u32f_C1IMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+
+/* Rvp8s sources */
+RVPCV_API RvpStatus rvpiAdd_8s32f_C1IR(const Rvp8s* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAdd_8s32f_C1IMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_8s32f_C1IR(const Rvp8s* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_8s32f_C1IMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_8s32f_C1IR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_8s32f_C1IMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, Rvp32f* pSrcDst, int srcDstStep,
+    RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddWeighted_8s32f_C1IR(const Rvp8s* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+RVPCV_API RvpStatus rvpiAddWeighted_8s32f_C1IMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+
+/* Rvp16u sources */
+RVPCV_API RvpStatus rvpiAdd_16u32f_C1IR(const Rvp16u* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAdd_16u32f_C1IMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_16u32f_C1IR(const Rvp16u* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_16u32f_C1IMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_16u32f_C1IR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_16u32f_C1IMR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddWeighted_16u32f_C1IR(const Rvp16u* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+RVPCV_API RvpStatus rvpiAddWeighted_16u32f_C1IMR(const Rvp16u* pSrc, int srcStep,
+    const Rvp8u* pMask, int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize,
+    Rvp32f alpha);
+
+/* Rvp32f sources */
+RVPCV_API RvpStatus rvpiAdd_32f_C1IMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_32f_C1IR(const Rvp32f* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddSquare_32f_C1IMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_32f_C1IR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddProduct_32f_C1IMR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, Rvp32f* pSrcDst, int srcDstStep,
+    RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAddWeighted_32f_C1IR(const Rvp32f* pSrc, int srcStep, Rvp32f* pSrcDst,
+    int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+RVPCV_API RvpStatus rvpiAddWeighted_32f_C1IMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, Rvp32f* pSrcDst, int srcDstStep, RvpiSize roiSize, Rvp32f alpha);
+
+/* There is no unmasked rvpiAdd_32f_C1IR. */
+RVPCV_API RvpStatus rvpiAddWeighted_32f_C1R(const Rvp32f* pSrc1, int src1Step,
+                                            const Rvp32f* pSrc2, int src2Step, Rvp32f* pDst,
+                                            int dstStep, RvpiSize roiSize, Rvp32f alpha);
+
+RVPCV_API RvpStatus rvpiAbsDiff_8u_C1R(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+                                       int src2Step, Rvp8u* pDst, int dstStep, RvpiSize roiSize);
+/* Channels are independent: the C1 function over a region three times as wide (checks too). */
+RVPCV_API RvpStatus rvpiAbsDiff_8u_C3R(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+                                       int src2Step, Rvp8u* pDst, int dstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAbsDiff_16u_C1R(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+                                        int src2Step, Rvp16u* pDst, int dstStep,
+                                        RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAbsDiff_32f_C1R(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+                                        int src2Step, Rvp32f* pDst, int dstStep,
+                                        RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiAbsDiffC_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                        int dstStep, RvpiSize roiSize, Rvp32s value);
+RVPCV_API RvpStatus rvpiAbsDiffC_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+                                         int dstStep, RvpiSize roiSize, Rvp32s value);
+RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                         int dstStep, RvpiSize roiSize, Rvp32f value);
+
+/* @@ families: later subsystems add their sections below, in the order of src/ @@ */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* RVPCV_H */
