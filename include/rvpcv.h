@@ -257,7 +257,90 @@ RVPCV_API RvpStatus rvpiAbsDiffC_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u
 RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
                                          int dstStep, RvpiSize roiSize, Rvp32f value);
 
-/* @@ families: later subsystems add their sections below, in the order of src/ @@ */
+/* ============================================================================================
+ * Norms, means, deviations and extrema (src/arith/statistics.cpp)
+ * ========================================================================================== */
+/* section:statistics (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Integral images and window deviations (src/arith/integral.cpp)
+ * ========================================================================================== */
+/* section:integral (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Motion history (src/arith/motion.cpp)
+ * ========================================================================================== */
+/* section:motion (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Border model, row/column pipeline and fixed-kernel filters (src/filter/)
+ * ========================================================================================== */
+/* section:filter (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Gaussian pyramids and pyramid layers (src/filter/pyramid.cpp)
+ * ========================================================================================== */
+/* section:pyramid (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Sub-pixel copies and line sampling (src/filter/subpixel.cpp)
+ * ========================================================================================== */
+/* section:subpixel (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Morphology (src/morph/)
+ * ========================================================================================== */
+/* section:morph (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Canny edge detector (src/feature/canny.cpp)
+ * ========================================================================================== */
+/* section:canny (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Pyramidal Lucas-Kanade optical flow (src/feature/optical_flow.cpp)
+ * ========================================================================================== */
+/* section:flow (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Flood fill (src/segment/flood_fill.cpp)
+ * ========================================================================================== */
+/* section:floodfill (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Connected-component labelling and speckles (src/segment/labelling.cpp)
+ * ========================================================================================== */
+/* section:labelling (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Distance transforms and fast marching (src/segment/distance.cpp)
+ * ========================================================================================== */
+/* section:distance (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Haar cascade classifiers (src/detect/haar.cpp)
+ * ========================================================================================== */
+/* section:haar (declarations follow this line) */
+
+
+/* ============================================================================================
+ * Gaussian-mixture background model (src/bgfg/gmm.cpp)
+ * ========================================================================================== */
+/* section:gmm (declarations follow this line) */
+
+
 
 #ifdef __cplusplus
 }
