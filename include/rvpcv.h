@@ -154,7 +154,11 @@ RVPCV_API const RvpLibraryVersion* rvpcvGetLibVersion(void);
  *   AbsDiff       |s1 - s2| (8u/16u exact; 32f: rounded difference with its sign bit cleared)
  *   AbsDiffC      |s - value| (value clamped to 0..255 for 8u, 0..65535 for 16u; no error)
  *
- * Results do not depend on alignment, width or step. alpha is used as given (no clamping).
+ * Results do not depend on alignment, width or step, and are bit-exact, with one freedom: when
+ * a result is NaN, which input NaN's payload and sign it carries is not specified (IEEE 754
+ * leaves that open). A zero mask byte over an accumulator holding -0.0 gives +0.0, since
+ * fma(0, s, -0.0) = +0.0; every other finite accumulator value is kept exactly.
+ * alpha is used as given (no range check, no clamping). Images may start at any byte address.
  * Step checks: sources first (-14 then -108), then mask and accumulator (-14 then -108); the
  * all-32f members and AbsDiff/AbsDiffC test every step for -14 first, then every step for -108.
  * ========================================================================================== */
