@@ -14,6 +14,7 @@ usage: report.py [--time cpu|real] [--title T] --md OUT.md --png OUT.png RUN.jso
 
 import argparse
 import json
+import os
 import re
 import sys
 
@@ -91,7 +92,7 @@ def main():
         "",
         "Times are medians (%s time) from `%s`; ratio = OpenCV time / rvpcv time (above 1: rvpcv "
         "faster). memcpy %% = rvpcv bandwidth as a percentage of a memcpy moving the same bytes."
-        % (args.time, args.runs[0]),
+        % (args.time, os.path.basename(args.runs[0])),
         "",
     ]
     other = len(runs) > 1
