@@ -11,10 +11,11 @@
 
 #include <cstring>
 #include <map>
-#include <opencv2/core.hpp>
-#include <opencv2/imgproc.hpp>
 #include <utility>
 #include <vector>
+
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "bench_common.h"
 #include "rvpcv.h"
