@@ -401,6 +401,25 @@ RVPCV_API RvpStatus rvpiTrueDistanceTransformGetBufferSize_8u32f_C1R(RvpiSize ro
 RVPCV_API RvpStatus rvpiTrueDistanceTransform_8u32f_C1R(const Rvp8u* pSrc, int srcStep,
     Rvp32f* pDst, int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
 
+/* Fast marching: the first-order upwind solution of |grad T| = 1 with T = 0 on the zero source
+ * pixels, over 4-neighbours with unit spacing. Pixels become final in increasing order of their
+ * tentative value (ties: the upper row first, then the left column); whenever a pixel becomes
+ * final, each non-final 4-neighbour takes min(its value, t) where, with a and b the smallest
+ * final horizontal and vertical neighbours, t solves (t - a)^2 + (t - b)^2 = 1 when |a - b| < 1
+ * and is min(a, b) + 1 otherwise (computed in double, rounded once to single precision).
+ * radius: the band that is computed. Marching stops at the first tentative value above radius:
+ * every pixel whose value is at most radius gets its value, every other pixel is +infinity
+ * (as is every nonzero pixel of an image without zero pixels). radius +infinity computes the
+ * whole image; radius 0 leaves only the zero pixels finite. A negative or NaN radius is -5.
+ * Buffer: (height + 34) * (ceil32(width) + 5) + 40 bytes, any alignment; it is overwritten.
+ * The size query checks pBufferSize null -8, width or height < 1 -6, and -6 for a region whose
+ * buffer size does not fit a signed 32-bit count.
+ * Checks: pSrc, pDst, pBuffer null -8; size -6 (as the query); srcStep < width -14; dstStep <
+ * 4 * width -14; dstStep not a multiple of 4 -108; radius -5. */
+RVPCV_API RvpStatus rvpiFastMarchingGetBufferSize_8u32f_C1R(RvpiSize roiSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFastMarching_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f radius, Rvp8u* pBuffer);
+
 
 /* ============================================================================================
  * Haar cascade classifiers (src/detect/haar.cpp)

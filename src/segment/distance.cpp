@@ -1,5 +1,5 @@
 // Distance transforms: standard chamfer weights, the chamfer transforms with 3x3 and 5x5 masks
-// and the exact Euclidean transform.
+// the exact Euclidean transform and fast marching.
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -108,6 +108,18 @@ RvpStatus true_distance(const Rvp8u* src, int srcStep, Rvp32f* dst, int dstStep,
   return rvpStsNoErr;
 }
 
+RvpStatus fast_marching(const Rvp8u* src, int srcStep, Rvp32f* dst, int dstStep, RvpiSize roi,
+                        Rvp32f radius, Rvp8u* buffer) {
+  if (auto st = any_null(src, dst, buffer)) return st;
+  if (auto st = check_roi(roi)) return st;
+  if (auto st = check_steps({image<Rvp8u>(srcStep, roi)})) return st;
+  if (auto st = check_steps({image<Rvp32f>(dstStep, roi)})) return st;
+  if (FastMarcher::buffer_bytes(roi) > INT32_MAX) return rvpStsSizeErr;
+  if (!(radius >= 0.0f)) return rvpStsBadArgErr;  // negative or NaN
+  FastMarcher(dst, dstStep, roi, buffer).run(src, srcStep, radius);
+  return rvpStsNoErr;
+}
+
 }  // namespace
 }  // namespace rvp::segment
 
@@ -176,4 +188,17 @@ RvpStatus rvpiTrueDistanceTransformGetBufferSize_8u32f_C1R(RvpiSize roiSize, int
 RvpStatus rvpiTrueDistanceTransform_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
                                               int dstStep, RvpiSize roiSize, Rvp8u* pBuffer) {
   return rvp::segment::true_distance(pSrc, srcStep, pDst, dstStep, roiSize, pBuffer);
+}
+
+RvpStatus rvpiFastMarchingGetBufferSize_8u32f_C1R(RvpiSize roiSize, int* pBufferSize) {
+  if (pBufferSize == nullptr) return rvpStsNullPtrErr;
+  if (auto st = rvp::check_roi(roiSize)) return st;
+  const int64_t bytes = rvp::segment::FastMarcher::buffer_bytes(roiSize);
+  if (bytes > INT32_MAX) return rvpStsSizeErr;
+  *pBufferSize = static_cast<int>(bytes);
+  return rvpStsNoErr;
+}
+RvpStatus rvpiFastMarching_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst, int dstStep,
+                                     RvpiSize roiSize, Rvp32f radius, Rvp8u* pBuffer) {
+  return rvp::segment::fast_marching(pSrc, srcStep, pDst, dstStep, roiSize, radius, pBuffer);
 }

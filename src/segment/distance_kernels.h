@@ -459,4 +459,211 @@ inline void envelope_row(Rvp32f* g, int width, const EnvelopeScratch& s) {
   }
 }
 
+
+// ---- fast marching ----------------------------------------------------------------------------
+//
+// The first-order upwind solution of |grad T| = 1 with T = 0 on the zero pixels. Pixels become
+// final in increasing order of their tentative value (ties: upper row first, then left column
+// first), and a pixel's tentative value is updated, whenever a 4-neighbour becomes final, to
+// min(current, eikonal_update(a, b)) with a, b the smallest final horizontal and vertical
+// neighbours.
+//
+// The queue is a tournament over the image held in about one byte per pixel: a bit per pixel
+// for "final", the minimum tentative value of each block of 32 pixels of a row, and a binary
+// tree over the rows' minima. Taking the minimum descends the tree to the row, scans the row's
+// block minima and then the block; an update rescans the touched blocks and rows.
+
+// The value at a pixel whose smallest final neighbours are a (horizontal) and b (vertical),
+// +infinity for none. Solves (t - a)^2 + (t - b)^2 = 1 when both take part, else t = min + 1;
+// in double, rounded once.
+inline float eikonal_update(float a, float b) {
+  if (b < a) std::swap(a, b);
+  if (std::isinf(a)) return a;
+  const double da = a, db = b;
+  if (!(db - da < 1.0)) return static_cast<float>(da + 1.0);  // b infinite included
+  const double diff = db - da;
+  return static_cast<float>((da + db + std::sqrt(2.0 - diff * diff)) * 0.5);
+}
+
+class FastMarcher {
+ public:
+  static int64_t buffer_bytes(RvpiSize roi) {
+    return (int64_t{roi.height} + 34) * ((int64_t{roi.width} + 31) / 32 * 32 + 5) + 40;
+  }
+
+  // `buffer` holds at least buffer_bytes(roi) bytes at any alignment.
+  FastMarcher(Rvp32f* dst, int dstStep, RvpiSize roi, void* buffer)
+      : t_(dst), step_(dstStep), w_(roi.width), h_(roi.height), wq_((roi.width + 31) / 32) {
+    rows_ = 1;
+    while (rows_ < h_) rows_ *= 2;
+    auto* base = static_cast<uint8_t*>(buffer);
+    base += (-reinterpret_cast<uintptr_t>(base)) & 31;
+    known_ = reinterpret_cast<uint32_t*>(base);
+    block_min_ = reinterpret_cast<float*>(known_ + int64_t{h_} * wq_);
+    tree_ = block_min_ + int64_t{h_} * wq_;
+  }
+
+  void run(const Rvp8u* src, int srcStep, float radius) {
+    constexpr float kInf = std::numeric_limits<float>::infinity();
+    for (int y = 0; y < h_; ++y) {
+      const Rvp8u* s = row(src, srcStep, y);
+      float* t = row(t_, step_, y);
+      uint32_t* k = known_ + int64_t{y} * wq_;
+      for (int q = 0; q < wq_; ++q) k[q] = 0;
+      for (int x = 0; x < w_; ++x) {
+        t[x] = s[x] == 0 ? 0.0f : kInf;
+        if (s[x] == 0) k[x >> 5] |= 1u << (x & 31);
+      }
+    }
+    // The first band: every pixel next to a zero pixel.
+    for (int y = 0; y < h_; ++y)
+      for (int x = 0; x < w_; ++x)
+        if (!known(x, y) && has_known_neighbour(x, y)) at(x, y) = update_value(x, y);
+    for (int y = 0; y < h_; ++y) {
+      for (int q = 0; q < wq_; ++q) refresh_block(y, q);
+      tree_[rows_ + y] = row_min(y);
+    }
+    for (int i = rows_ + h_; i < 2 * rows_; ++i) tree_[i] = kInf;
+    for (int i = rows_ - 1; i >= 1; --i) tree_[i] = std::min(tree_[2 * i], tree_[2 * i + 1]);
+
+    // Unreached pixels stay +infinity and are never taken, whatever the radius.
+    while (tree_[1] <= radius && tree_[1] < kInf) {
+      int node = 1;
+      while (node < rows_) node = tree_[2 * node] <= tree_[2 * node + 1] ? 2 * node : 2 * node + 1;
+      const int y = node - rows_;
+      const float m = tree_[node];
+      accept(find_in_row(y, m), y);
+    }
+    // Beyond the radius nothing is final: those pixels are +infinity.
+    for (int y = 0; y < h_; ++y)
+      for (int x = 0; x < w_; ++x)
+        if (!known(x, y)) at(x, y) = kInf;
+  }
+
+ private:
+  float& at(int x, int y) { return row(t_, step_, y)[x]; }
+  // The leftmost non-final pixel of row y whose value is m (the row's minimum).
+  int find_in_row(int y, float m) {
+    const float* b = block_min_ + int64_t{y} * wq_;
+    const __m256 mv = _mm256_set1_ps(m);
+    int q = 0;
+    for (;; q += 8) {
+      if (q + 8 > wq_) {
+        while (b[q] != m) ++q;
+        break;
+      }
+      const int hits = _mm256_movemask_ps(_mm256_cmp_ps(_mm256_loadu_ps(b + q), mv, _CMP_EQ_OQ));
+      if (hits) {
+        q += __builtin_ctz(unsigned(hits));
+        break;
+      }
+    }
+    const float* t = row(t_, step_, y) + q * 32;
+    const uint32_t open = ~known_[int64_t{y} * wq_ + q];
+    const int n = std::min(32, w_ - q * 32);
+    uint32_t eq = 0;
+    for (int i = 0; i < n; ++i) eq |= uint32_t(t[i] == m) << i;
+    return q * 32 + __builtin_ctz(eq & open);
+  }
+  bool known(int x, int y) const {
+    return (known_[int64_t{y} * wq_ + (x >> 5)] >> (x & 31)) & 1u;
+  }
+  bool has_known_neighbour(int x, int y) const {
+    return (x > 0 && known(x - 1, y)) || (x + 1 < w_ && known(x + 1, y)) ||
+           (y > 0 && known(x, y - 1)) || (y + 1 < h_ && known(x, y + 1));
+  }
+  float known_or_inf(int x, int y) {
+    return known(x, y) ? at(x, y) : std::numeric_limits<float>::infinity();
+  }
+  float update_value(int x, int y) {
+    constexpr float kInf = std::numeric_limits<float>::infinity();
+    const float a = std::min(x > 0 ? known_or_inf(x - 1, y) : kInf,
+                             x + 1 < w_ ? known_or_inf(x + 1, y) : kInf);
+    const float b = std::min(y > 0 ? known_or_inf(x, y - 1) : kInf,
+                             y + 1 < h_ ? known_or_inf(x, y + 1) : kInf);
+    return eikonal_update(a, b);
+  }
+  // A neighbour of a pixel just made final: its value can only drop, and the minima of its
+  // block, row and the tree above can only drop with it, so no rescan is needed.
+  void relax(int x, int y) {
+    if (known(x, y)) return;
+    const float v = update_value(x, y);
+    if (!(v < at(x, y))) return;
+    at(x, y) = v;
+    float& bm = block_min_[int64_t{y} * wq_ + (x >> 5)];
+    if (!(v < bm)) return;
+    bm = v;
+    for (int node = rows_ + y; node >= 1 && v < tree_[node]; node /= 2) tree_[node] = v;
+  }
+  // Minimum over the non-final pixels of block q of row y.
+  void refresh_block(int y, int q) {
+    const float* t = row(t_, step_, y) + q * 32;
+    const uint32_t bits = known_[int64_t{y} * wq_ + q];
+    const int n = std::min(32, w_ - q * 32);
+    float m = std::numeric_limits<float>::infinity();
+    if (n == 32) {
+      // Lane i of group g is pixel 8g + i; its final bit selects +infinity instead of the value.
+      const __m256i lane_bit = _mm256_setr_epi32(1, 2, 4, 8, 16, 32, 64, 128);
+      const __m256 inf = _mm256_set1_ps(m);
+      __m256 acc = inf;
+      for (int g = 0; g < 4; ++g) {
+        const __m256i b = _mm256_and_si256(_mm256_set1_epi32(int(bits >> (8 * g))), lane_bit);
+        const __m256 fin = _mm256_castsi256_ps(_mm256_cmpeq_epi32(b, lane_bit));
+        acc = _mm256_min_ps(acc, _mm256_blendv_ps(_mm256_loadu_ps(t + 8 * g), inf, fin));
+      }
+      m = hmin(acc);
+    } else {
+      for (int i = 0; i < n; ++i)
+        if (!((bits >> i) & 1u) && t[i] < m) m = t[i];
+    }
+    block_min_[int64_t{y} * wq_ + q] = m;
+  }
+  static float hmin(__m256 v) {
+    __m128 m = _mm_min_ps(_mm256_castps256_ps128(v), _mm256_extractf128_ps(v, 1));
+    m = _mm_min_ps(m, _mm_movehl_ps(m, m));
+    m = _mm_min_ss(m, _mm_movehdup_ps(m));
+    return _mm_cvtss_f32(m);
+  }
+  float row_min(int y) const {
+    const float* b = block_min_ + int64_t{y} * wq_;
+    int q = 0;
+    float m = std::numeric_limits<float>::infinity();
+    if (wq_ >= 8) {
+      __m256 acc = _mm256_loadu_ps(b);
+      for (q = 8; q + 8 <= wq_; q += 8) acc = _mm256_min_ps(acc, _mm256_loadu_ps(b + q));
+      m = hmin(acc);
+    }
+    for (; q < wq_; ++q) m = std::min(m, b[q]);
+    return m;
+  }
+  void refresh_row(int y) {
+    int node = rows_ + y;
+    const float m = row_min(y);
+    if (tree_[node] == m) return;
+    tree_[node] = m;
+    for (node /= 2; node >= 1; node /= 2) {
+      const float v = std::min(tree_[2 * node], tree_[2 * node + 1]);
+      if (tree_[node] == v) break;
+      tree_[node] = v;
+    }
+  }
+  // Makes (x, y) final (it holds the smallest value of the image), relaxes its neighbours and
+  // rescans its own block and row, whose minimum it was.
+  void accept(int x, int y) {
+    known_[int64_t{y} * wq_ + (x >> 5)] |= 1u << (x & 31);
+    refresh_block(y, x >> 5);
+    refresh_row(y);
+    if (x > 0) relax(x - 1, y);
+    if (x + 1 < w_) relax(x + 1, y);
+    if (y > 0) relax(x, y - 1);
+    if (y + 1 < h_) relax(x, y + 1);
+  }
+
+  Rvp32f* t_;
+  int step_, w_, h_, wq_, rows_;
+  uint32_t* known_;
+  float* block_min_;
+  float* tree_;
+};
+
 }  // namespace rvp::segment

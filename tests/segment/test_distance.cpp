@@ -8,7 +8,9 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <queue>
 #include <random>
+#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -787,6 +789,231 @@ TEST(DistanceGuarded, TrueTransformStaysInsideItsImagesAndBuffer) {
                                                     {W, H}, buf.data()),
                 0);
       const std::vector<float> want = brute_euclid(copy);
+      for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x)
+          ASSERT_TRUE(rvpt::same_bits(dst.row(y)[x], want[size_t(y) * W + x]));
+    }
+}
+
+
+// ---- fast marching -------------------------------------------------------------------------------
+
+namespace fm {
+
+// Textbook fast marching with a binary heap of (value, row, column) entries and lazy deletion:
+// the same order and update rule as the library's, through a different queue.
+std::vector<float> reference(const TestImage<Rvp8u>& src, float radius) {
+  const int W = src.width(), H = src.height();
+  std::vector<float> t(size_t(W) * H, kInf);
+  std::vector<char> known(size_t(W) * H, 0);
+  auto id = [W](int x, int y) { return size_t(y) * W + x; };
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x)
+      if (src.at(x, y) == 0) {
+        t[id(x, y)] = 0;
+        known[id(x, y)] = 1;
+      }
+  auto kv = [&](int x, int y) {
+    return (x < 0 || y < 0 || x >= W || y >= H || !known[id(x, y)]) ? kInf : t[id(x, y)];
+  };
+  auto value = [&](int x, int y) {
+    return rvp::segment::eikonal_update(std::min(kv(x - 1, y), kv(x + 1, y)),
+                                        std::min(kv(x, y - 1), kv(x, y + 1)));
+  };
+  using Entry = std::tuple<float, int, int>;
+  std::priority_queue<Entry, std::vector<Entry>, std::greater<Entry>> heap;
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x)
+      if (!known[id(x, y)]) {
+        const float v = value(x, y);
+        if (v < kInf) {
+          t[id(x, y)] = v;
+          heap.emplace(v, y, x);
+        }
+      }
+  while (!heap.empty()) {
+    const auto [v, y, x] = heap.top();
+    heap.pop();
+    if (known[id(x, y)] || v != t[id(x, y)]) continue;
+    if (v > radius) break;
+    known[id(x, y)] = 1;
+    const int nb[4][2] = {{x - 1, y}, {x + 1, y}, {x, y - 1}, {x, y + 1}};
+    for (const auto& n : nb) {
+      if (n[0] < 0 || n[1] < 0 || n[0] >= W || n[1] >= H || known[id(n[0], n[1])]) continue;
+      const float u = value(n[0], n[1]);
+      if (u < t[id(n[0], n[1])]) {
+        t[id(n[0], n[1])] = u;
+        heap.emplace(u, n[1], n[0]);
+      }
+    }
+  }
+  for (size_t i = 0; i < t.size(); ++i)
+    if (!known[i]) t[i] = kInf;
+  return t;
+}
+
+int buffer_size(RvpiSize roi) {
+  int n = -1;
+  EXPECT_EQ(rvpiFastMarchingGetBufferSize_8u32f_C1R(roi, &n), 0);
+  return n;
+}
+
+RvpStatus run(const TestImage<Rvp8u>& src, TestImage<Rvp32f>& dst, float radius) {
+  std::vector<Rvp8u> buf(static_cast<size_t>(buffer_size(src.size())));
+  return rvpiFastMarching_8u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), src.size(),
+                                    radius, buf.data());
+}
+
+}  // namespace fm
+
+TEST(DistanceFastMarching, UpdateRule) {
+  EXPECT_EQ(rvp::segment::eikonal_update(kInf, kInf), kInf);
+  EXPECT_EQ(rvp::segment::eikonal_update(0.0f, kInf), 1.0f);
+  EXPECT_EQ(rvp::segment::eikonal_update(kInf, 2.5f), 3.5f);
+  EXPECT_EQ(rvp::segment::eikonal_update(0.0f, 0.0f), float(std::sqrt(2.0) / 2));
+  EXPECT_EQ(rvp::segment::eikonal_update(3.0f, 4.0f), 4.0f);  // |a - b| = 1: one neighbour
+  EXPECT_EQ(rvp::segment::eikonal_update(9.0f, 2.0f), 3.0f);
+  const float v = rvp::segment::eikonal_update(1.0f, 1.5f);
+  EXPECT_EQ(v, float((2.5 + std::sqrt(2.0 - 0.25)) / 2));
+  EXPECT_EQ(v, rvp::segment::eikonal_update(1.5f, 1.0f));
+  EXPECT_NEAR((v - 1.0) * (v - 1.0) + (v - 1.5) * (v - 1.5), 1.0, 1e-6);
+}
+
+TEST(DistanceFastMarching, BufferSizeFormulaAndChecks) {
+  EXPECT_EQ(fm::buffer_size({1, 1}), 35 * 37 + 40);
+  EXPECT_EQ(fm::buffer_size({33, 2}), 36 * 69 + 40);
+  EXPECT_EQ(fm::buffer_size({1920, 1080}), 1114 * 1925 + 40);
+  int n = 5;
+  EXPECT_EQ(rvpiFastMarchingGetBufferSize_8u32f_C1R({1, 1}, nullptr), -8);
+  EXPECT_EQ(rvpiFastMarchingGetBufferSize_8u32f_C1R({0, 1}, &n), -6);
+  EXPECT_EQ(rvpiFastMarchingGetBufferSize_8u32f_C1R({1, 0}, &n), -6);
+  EXPECT_EQ(rvpiFastMarchingGetBufferSize_8u32f_C1R({100000, 100000}, &n), -6);
+  EXPECT_EQ(n, 5);
+}
+
+TEST(DistanceFastMarching, StatusOrderAndNothingWritten) {
+  const int W = 6, H = 4;
+  TestImage<Rvp8u> src(W, H, 1, 2);
+  std::mt19937 rng(6);
+  fill_binary(src, rng, 0.3);
+  std::vector<Rvp8u> buf(size_t(fm::buffer_size({W, H})), 0x3C);
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  struct Case {
+    bool s, d, b;
+    int ss, ds;
+    RvpiSize r;
+    float radius;
+    RvpStatus want;
+  };
+  const Case cases[] = {
+      {false, true, true, 8, 32, {W, H}, 5, -8},  {true, false, true, 8, 32, {W, H}, 5, -8},
+      {true, true, false, 8, 32, {W, H}, -1, -8}, {true, true, true, 8, 32, {0, H}, -1, -6},
+      {true, true, true, 5, 32, {W, H}, -1, -14}, {true, true, true, 8, 20, {W, H}, 5, -14},
+      {true, true, true, 8, 26, {W, H}, -1, -108}, {true, true, true, 8, 32, {W, H}, -1, -5},
+      {true, true, true, 8, 32, {W, H}, nan, -5}, {true, true, true, 8, 32, {W, H}, -kInf, -5},
+      {true, true, true, 8, 32, {W, H}, kInf, 0}, {true, true, true, 8, 32, {W, H}, 0, 0},
+  };
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    const Case& c = cases[i];
+    TestImage<Rvp32f> dst(W, H, 1, 8);
+    const std::vector<uint8_t> before = dst.bytes();
+    const std::vector<Rvp8u> buf_before = buf;
+    EXPECT_EQ(rvpiFastMarching_8u32f_C1R(c.s ? src.ptr() : nullptr, c.ss,
+                                         c.d ? dst.ptr() : nullptr, c.ds, c.r, c.radius,
+                                         c.b ? buf.data() : nullptr),
+              c.want)
+        << "case " << i;
+    if (c.want != 0) {
+      EXPECT_EQ(dst.bytes(), before) << "case " << i;
+      EXPECT_EQ(buf, buf_before) << "case " << i;
+    }
+  }
+}
+
+TEST(DistanceFastMarching, LoneFeatureAndRadius) {
+  const int W = 41, H = 31, cx = 20, cy = 15;
+  TestImage<Rvp8u> src(W, H);
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x) src.set(x, y, (x == cx && y == cy) ? 0 : 1);
+  TestImage<Rvp32f> dst(W, H);
+  ASSERT_EQ(fm::run(src, dst, kInf), 0);
+  // Along the axes the front moves one pixel per unit exactly; next to the diagonal the two
+  // neighbours give (2 + sqrt 2) / 2; the map is symmetric about both axes.
+  for (int k = 0; k <= 15; ++k) {
+    EXPECT_EQ(dst.at(cx + k, cy), float(k));
+    EXPECT_EQ(dst.at(cx - k, cy), float(k));
+    EXPECT_EQ(dst.at(cx, cy + k), float(k));
+    EXPECT_EQ(dst.at(cx, cy - k), float(k));
+  }
+  EXPECT_EQ(dst.at(cx + 1, cy + 1), float((2 + std::sqrt(2.0)) / 2));
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x) {
+      ASSERT_EQ(dst.at(x, y), dst.at(2 * cx - x, y));
+      if (2 * cy - y < H && 2 * cy - y >= 0) {
+        ASSERT_EQ(dst.at(x, y), dst.at(x, 2 * cy - y));
+      }
+    }
+  // Radius: values up to it kept, everything else +infinity.
+  for (float radius : {0.0f, 1.0f, 3.5f, 10.0f}) {
+    TestImage<Rvp32f> band(W, H);
+    ASSERT_EQ(fm::run(src, band, radius), 0);
+    for (int y = 0; y < H; ++y)
+      for (int x = 0; x < W; ++x) {
+        const float full = dst.at(x, y);
+        ASSERT_EQ(band.at(x, y), full <= radius ? full : kInf) << radius << " " << x << "," << y;
+      }
+  }
+  // No zero pixel: +infinity everywhere.
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x) src.set(x, y, 7);
+  ASSERT_EQ(fm::run(src, dst, kInf), 0);
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x) ASSERT_EQ(dst.at(x, y), kInf);
+}
+
+TEST(DistanceFastMarching, MatchesHeapReferenceBitForBit) {
+  std::mt19937 rng(31);
+  const double densities[] = {0.0005, 0.005, 0.03, 0.2, 0.6};
+  for (int iter = 0; iter < 120; ++iter) {
+    int W = 1 + int(rng() % 90), H = 1 + int(rng() % 40);
+    if (iter % 40 == 0) W = 300 + int(rng() % 100);  // many blocks per row
+    TestImage<Rvp8u> src(W, H, 1, int(rng() % 4), int(rng() % 3));
+    fill_binary(src, rng, densities[iter % 5]);
+    if (iter % 5 == 0) src.set(int(rng() % W), int(rng() % H), 0);
+    const float radius = iter % 3 == 0 ? kInf : float(rng() % 200) * 0.1f;
+    TestImage<Rvp32f> dst(W, H, 1, 4 * int(rng() % 3), 4 * int(rng() % 2));
+    const int bytes = fm::buffer_size({W, H});
+    GuardedBuffer buf(size_t(bytes) + 3, Guard::After);  // exact size at an odd address
+    ASSERT_EQ(rvpiFastMarching_8u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), src.size(),
+                                         radius, buf.data() + 3),
+              0);
+    const std::vector<float> want = fm::reference(src, radius);
+    const std::vector<float> got = read(dst);
+    for (size_t i = 0; i < got.size(); ++i)
+      ASSERT_TRUE(rvpt::same_bits(got[i], want[i]))
+          << W << "x" << H << " radius " << radius << " pixel " << i << ": " << got[i] << " vs "
+          << want[i];
+  }
+}
+
+TEST(DistanceGuarded, FastMarchingStaysInsideItsImagesAndBuffer) {
+  std::mt19937 rng(37);
+  for (Guard g : {Guard::After, Guard::Before})
+    for (int W = 1; W <= 70; W += 3) {
+      const int H = 1 + (W * 5) % 11;
+      GuardedImage<Rvp8u> src(W, H, 1, W + int(rng() % 3), g);
+      GuardedImage<Rvp32f> dst(W, H, 1, 4 * (W + int(rng() % 3)), g);
+      TestImage<Rvp8u> copy(W, H);
+      for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x) {
+          src.row(y)[x] = rng() % 7 == 0 ? 0 : 2;
+          copy.set(x, y, src.row(y)[x]);
+        }
+      GuardedBuffer buf(size_t(fm::buffer_size({W, H})), g);
+      ASSERT_EQ(rvpiFastMarching_8u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {W, H},
+                                           kInf, buf.data()),
+                0);
+      const std::vector<float> want = fm::reference(copy, kInf);
       for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x)
           ASSERT_TRUE(rvpt::same_bits(dst.row(y)[x], want[size_t(y) * W + x]));
