@@ -1,6 +1,6 @@
 // Demo: distance maps of a thresholded photograph. The dark parts of the picture are the
-// features; every other pixel shows its distance to the nearest one, exact Euclidean and by the
-// 5x5 chamfer mask, scaled to the full gray range.
+// features; every other pixel shows its distance to the nearest one, exact Euclidean, by the
+// 5x5 chamfer mask and by fast marching, scaled to the full gray range.
 #include <vector>
 
 #include "registry.h"
@@ -27,10 +27,19 @@ void distance_demo(rvpcv_app::DemoContext& ctx) {
 
   Rvp32f metrics[3];
   rvpiGetDistanceTransformMask(52, metrics);
-  st = rvpiDistanceTransform_5x5_8u32f_C1R(bin.row(0), bin.step(), dist.data(), w * 4, roi,
-                                           metrics);
+  st =
+      rvpiDistanceTransform_5x5_8u32f_C1R(bin.row(0), bin.step(), dist.data(), w * 4, roi, metrics);
   ctx.out() << "  5x5 chamfer (1, 1.4, 2.1969), status " << st << "\n";
   ctx.save("distance_chamfer5x5.png", rvpcv_app::float_to_gray(dist.data(), w, h, w * 4));
+
+  // Fast marching in a band of 25 pixels around the dark parts; beyond it the map is +infinity
+  // (shown white).
+  rvpiFastMarchingGetBufferSize_8u32f_C1R(roi, &bytes);
+  buffer.assign(static_cast<size_t>(bytes), 0);
+  st = rvpiFastMarching_8u32f_C1R(bin.row(0), bin.step(), dist.data(), w * 4, roi, 25.0f,
+                                  buffer.data());
+  ctx.out() << "  fast marching, band of radius 25, status " << st << "\n";
+  ctx.save("distance_fast_marching.png", rvpcv_app::float_to_gray(dist.data(), w, h, w * 4));
 }
 
 }  // namespace

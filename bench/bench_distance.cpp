@@ -79,15 +79,15 @@ const int kRegistered = [] {
     for (int k : {3, 5})
       for (int norm : {0, 1, 2}) {
         // The peer forces its 5x5 mask to 3x3 for C and L1, as the knight shortcut does here.
-        const std::string op = std::string("DistanceTransform_") + (k == 3 ? "3x3" : "5x5") +
-                               "_8u32f_" + norms[norm];
-        benchmark::RegisterBenchmark(rvpb::bench_name(op, "rvpcv", s).c_str(), chamfer_rvpcv, s,
+        const std::string op =
+            std::string("DistanceTransform_") + (k == 3 ? "3x3" : "5x5") + "_8u32f_" + norms[norm];
+        benchmark::RegisterBenchmark(rvpb::bench_name(op, "rvpcv", s).c_str(), chamfer_rvpcv, s, k,
+                                     norm);
+        benchmark::RegisterBenchmark(rvpb::bench_name(op, "opencv", s).c_str(), chamfer_opencv, s,
                                      k, norm);
-        benchmark::RegisterBenchmark(rvpb::bench_name(op, "opencv", s).c_str(), chamfer_opencv,
-                                     s, k, norm);
       }
-    benchmark::RegisterBenchmark(rvpb::bench_name("TrueDistanceTransform_8u32f", "rvpcv", s).c_str(),
-                                 true_rvpcv, s);
+    benchmark::RegisterBenchmark(
+        rvpb::bench_name("TrueDistanceTransform_8u32f", "rvpcv", s).c_str(), true_rvpcv, s);
     benchmark::RegisterBenchmark(
         rvpb::bench_name("TrueDistanceTransform_8u32f", "opencv", s).c_str(), true_opencv, s);
   }

@@ -137,20 +137,17 @@ RvpStatus rvpiGetDistanceTransformMask(int maskType, Rvp32f* pMetrics) {
   return rvpiGetDistanceTransformMask_32f(maskType / 10, norm, pMetrics);
 }
 
-RvpStatus rvpiDistanceTransform_3x3_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
-                                           int dstStep, RvpiSize roiSize,
-                                           const Rvp32s* pMetrics) {
+RvpStatus rvpiDistanceTransform_3x3_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst, int dstStep,
+                                           RvpiSize roiSize, const Rvp32s* pMetrics) {
   return chamfer<Rvp8u, false, false>(pSrc, srcStep, pDst, dstStep, roiSize, pMetrics);
 }
-RvpStatus rvpiDistanceTransform_5x5_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
-                                           int dstStep, RvpiSize roiSize,
-                                           const Rvp32s* pMetrics) {
+RvpStatus rvpiDistanceTransform_5x5_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst, int dstStep,
+                                           RvpiSize roiSize, const Rvp32s* pMetrics) {
   return chamfer<Rvp8u, true, false>(pSrc, srcStep, pDst, dstStep, roiSize, pMetrics);
 }
 RvpStatus rvpiDistanceTransform_3x3_8u_C1IR(Rvp8u* pSrcDst, int srcDstStep, RvpiSize roiSize,
                                             const Rvp32s* pMetrics) {
-  return chamfer<Rvp8u, false, true>(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize,
-                                     pMetrics);
+  return chamfer<Rvp8u, false, true>(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, pMetrics);
 }
 RvpStatus rvpiDistanceTransform_5x5_8u_C1IR(Rvp8u* pSrcDst, int srcDstStep, RvpiSize roiSize,
                                             const Rvp32s* pMetrics) {

@@ -65,7 +65,7 @@ struct Offset {
   int dx, dy, w;
 };
 constexpr Offset kForward3[] = {{-1, 0, 0}, {0, -1, 0}, {-1, -1, 1}, {1, -1, 1}};
-constexpr Offset kForward5[] = {{-1, 0, 0}, {0, -1, 0},  {-1, -1, 1}, {1, -1, 1},
+constexpr Offset kForward5[] = {{-1, 0, 0},  {0, -1, 0}, {-1, -1, 1}, {1, -1, 1},
                                 {-1, -2, 2}, {1, -2, 2}, {-2, -1, 2}, {2, -1, 2}};
 
 template <class T>
@@ -273,8 +273,7 @@ struct Lanes<Rvp32f> {
   static Vec min(Vec x, Vec y) { return _mm256_min_ps(x, y); }
   static Vec maxv() { return _mm256_set1_ps(std::numeric_limits<float>::infinity()); }
   static Vec clear_zero_sources(const Rvp8u* s, Vec v) {
-    const __m256i src =
-        _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(s)));
+    const __m256i src = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(s)));
     const __m256i z = _mm256_cmpeq_epi32(src, _mm256_setzero_si256());
     return _mm256_andnot_ps(_mm256_castsi256_ps(z), v);
   }
@@ -312,13 +311,15 @@ void forward_rows_part(const Rvp8u* src, T* d, const T* up1, const T* up2, int w
   const int margin = w.five ? 2 : 1;
   int x = 0;
   for (; x < std::min(margin, width); ++x)
-    d[x] = src[x] == 0 ? T(0)
-                       : static_cast<T>(ref::finished_rows_min(up1, up2, x, width, w, dist_max<T>()));
+    d[x] = src[x] == 0
+               ? T(0)
+               : static_cast<T>(ref::finished_rows_min(up1, up2, x, width, w, dist_max<T>()));
   for (; x + L::kCount <= width - margin; x += L::kCount)
     L::store(d + x, L::clear_zero_sources(src + x, rows_min(up1, up2, x, w, L::maxv())));
   for (; x < width; ++x)
-    d[x] = src[x] == 0 ? T(0)
-                       : static_cast<T>(ref::finished_rows_min(up1, up2, x, width, w, dist_max<T>()));
+    d[x] = src[x] == 0
+               ? T(0)
+               : static_cast<T>(ref::finished_rows_min(up1, up2, x, width, w, dist_max<T>()));
 }
 
 template <class T>
@@ -355,7 +356,6 @@ void chamfer_rows(const Rvp8u* src, int srcStep, T* dst, int dstStep, int width,
     backward_chain(d, width, w.a);
   }
 }
-
 
 // ---- exact Euclidean transform -------------------------------------------------------------
 //
@@ -397,8 +397,8 @@ inline void column_up_row(const Rvp32f* dn, Rvp32f* g, int width) {
   int x = 0;
   const __m256 one = _mm256_set1_ps(1.0f);
   for (; x + 8 <= width; x += 8)
-    _mm256_storeu_ps(g + x, _mm256_min_ps(_mm256_loadu_ps(g + x),
-                                          _mm256_add_ps(_mm256_loadu_ps(dn + x), one)));
+    _mm256_storeu_ps(
+        g + x, _mm256_min_ps(_mm256_loadu_ps(g + x), _mm256_add_ps(_mm256_loadu_ps(dn + x), one)));
   ref::column_up_row(dn + x, g + x, width - x);
 }
 
@@ -458,7 +458,6 @@ inline void envelope_row(Rvp32f* g, int width, const EnvelopeScratch& s) {
     g[q] = static_cast<float>(std::sqrt(dx * dx + s.f[p]));
   }
 }
-
 
 // ---- fast marching ----------------------------------------------------------------------------
 //
@@ -565,9 +564,7 @@ class FastMarcher {
     for (int i = 0; i < n; ++i) eq |= uint32_t(t[i] == m) << i;
     return q * 32 + __builtin_ctz(eq & open);
   }
-  bool known(int x, int y) const {
-    return (known_[int64_t{y} * wq_ + (x >> 5)] >> (x & 31)) & 1u;
-  }
+  bool known(int x, int y) const { return (known_[int64_t{y} * wq_ + (x >> 5)] >> (x & 31)) & 1u; }
   bool has_known_neighbour(int x, int y) const {
     return (x > 0 && known(x - 1, y)) || (x + 1 < w_ && known(x + 1, y)) ||
            (y > 0 && known(x, y - 1)) || (y + 1 < h_ && known(x, y + 1));
@@ -577,10 +574,10 @@ class FastMarcher {
   }
   float update_value(int x, int y) {
     constexpr float kInf = std::numeric_limits<float>::infinity();
-    const float a = std::min(x > 0 ? known_or_inf(x - 1, y) : kInf,
-                             x + 1 < w_ ? known_or_inf(x + 1, y) : kInf);
-    const float b = std::min(y > 0 ? known_or_inf(x, y - 1) : kInf,
-                             y + 1 < h_ ? known_or_inf(x, y + 1) : kInf);
+    const float a =
+        std::min(x > 0 ? known_or_inf(x - 1, y) : kInf, x + 1 < w_ ? known_or_inf(x + 1, y) : kInf);
+    const float b =
+        std::min(y > 0 ? known_or_inf(x, y - 1) : kInf, y + 1 < h_ ? known_or_inf(x, y + 1) : kInf);
     return eikonal_update(a, b);
   }
   // A neighbour of a pixel just made final: its value can only drop, and the minima of its

@@ -8,12 +8,11 @@
 
 #include <cmath>
 #include <cstdio>
-#include <string>
-#include <vector>
-
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <string>
+#include <vector>
 
 #include "rvpcv.h"
 
@@ -42,8 +41,8 @@ std::vector<Binary> thresholded_photos() {
     // An odd-sized crop at an odd column: steps and region offsets as a caller would have them.
     cv::Mat bin;
     cv::threshold(gray, bin, 128, 255, cv::THRESH_BINARY);
-    out.push_back({p.substr(p.rfind('/') + 1) + " crop", bin(cv::Rect(3, 1, bin.cols - 10,
-                                                                      bin.rows - 5))});
+    out.push_back(
+        {p.substr(p.rfind('/') + 1) + " crop", bin(cv::Rect(3, 1, bin.cols - 10, bin.rows - 5))});
   }
   return out;
 }
@@ -83,17 +82,15 @@ TEST(DistanceXcheck, ChamferMatchesPeerForEveryNormAndMask) {
         cv::Mat ours(b.img.size(), CV_32F), theirs;
         const RvpStatus st =
             k == 3 ? rvpiDistanceTransform_3x3_8u32f_C1R(b.img.data, int(b.img.step),
-                                                         ours.ptr<Rvp32f>(), int(ours.step), roi,
-                                                         m)
-                   : rvpiDistanceTransform_5x5_8u32f_C1R(b.img.data, int(b.img.step),
-                                                         ours.ptr<Rvp32f>(), int(ours.step), roi,
-                                                         m);
+                                                         ours.ptr<Rvp32f>(), int(ours.step), roi, m)
+                   : rvpiDistanceTransform_5x5_8u32f_C1R(
+                         b.img.data, int(b.img.step), ours.ptr<Rvp32f>(), int(ours.step), roi, m);
         ASSERT_EQ(st, 0);
         const int type = norm == 0 ? cv::DIST_C : (norm == 1 ? cv::DIST_L1 : cv::DIST_L2);
         cv::distanceTransform(b.img, theirs, type, k, CV_32F);
         const Diff d = compare(ours, theirs);
-        std::printf("  %-22s mask %d norm %d: %.4f%% identical, max |diff| %.3g\n",
-                    b.name.c_str(), k, norm, 100.0 * d.identical / d.total, d.max_abs);
+        std::printf("  %-22s mask %d norm %d: %.4f%% identical, max |diff| %.3g\n", b.name.c_str(),
+                    k, norm, 100.0 * d.identical / d.total, d.max_abs);
         if (norm < 2) {
           EXPECT_EQ(d.identical, d.total) << b.name << " mask " << k << " norm " << norm;
         } else {
@@ -120,8 +117,8 @@ TEST(DistanceXcheck, IntegerOutputsMatchPeerCityBlock) {
     ASSERT_EQ(rvpiDistanceTransform_3x3_8u_C1R(b.img.data, int(b.img.step), ours8.data,
                                                int(ours8.step), roi, m),
               0);
-    ASSERT_EQ(rvpiDistanceTransform_3x3_8u16u_C1R(b.img.data, int(b.img.step),
-                                                  ours16.ptr<Rvp16u>(), int(ours16.step), roi, m),
+    ASSERT_EQ(rvpiDistanceTransform_3x3_8u16u_C1R(b.img.data, int(b.img.step), ours16.ptr<Rvp16u>(),
+                                                  int(ours16.step), roi, m),
               0);
     cv::distanceTransform(b.img, theirs8, cv::DIST_L1, 3, CV_8U);
     cv::distanceTransform(b.img, theirsf, cv::DIST_L1, 3, CV_32F);

@@ -118,8 +118,8 @@ std::vector<T> read(const TestImage<T>& img) {
 // ---- standard weights ----------------------------------------------------------------------
 
 TEST(DistanceMask, StandardWeightsOfEveryMaskAndNorm) {
-  const uint32_t f3[3][2] = {{0x3f800000, 0x3f800000}, {0x3f800000, 0x40000000},
-                             {0x3f747ae1, 0x3faf4539}};
+  const uint32_t f3[3][2] = {
+      {0x3f800000, 0x3f800000}, {0x3f800000, 0x40000000}, {0x3f747ae1, 0x3faf4539}};
   const uint32_t f5[3][3] = {{0x3f800000, 0x3f800000, 0x40000000},
                              {0x3f800000, 0x40000000, 0x40400000},
                              {0x3f800000, 0x3fb33333, 0x400c9a02}};
@@ -153,7 +153,7 @@ TEST(DistanceMask, StatusOrderAndNothingWritten) {
     bool null;
     RvpStatus want;
   };
-  const Case cases[] = {{3, 0, true, -8}, {4, 7, true, -8}, {4, 0, false, -6}, {0, 9, false, -6},
+  const Case cases[] = {{3, 0, true, -8},  {4, 7, true, -8},   {4, 0, false, -6}, {0, 9, false, -6},
                         {5, 3, false, -5}, {3, -1, false, -5}, {5, 2, false, 0}};
   for (const Case& c : cases) {
     Rvp32f f[3] = {9, 9, 9};
@@ -170,9 +170,9 @@ TEST(DistanceMask, StatusOrderAndNothingWritten) {
     bool null;
     RvpStatus want;
   };
-  const Code codes[] = {{53, false, -5}, {53, true, -5}, {-30, true, -8}, {-31, false, -5},
-                        {39, false, -5}, {42, false, -6}, {2, false, -6},  {32, true, -8},
-                        {52, false, 0}};
+  const Code codes[] = {{53, false, -5},  {53, true, -5},  {-30, true, -8},
+                        {-31, false, -5}, {39, false, -5}, {42, false, -6},
+                        {2, false, -6},   {32, true, -8},  {52, false, 0}};
   for (const Code& c : codes) {
     Rvp32f f[3] = {9, 9, 9};
     EXPECT_EQ(rvpiGetDistanceTransformMask(c.type, c.null ? nullptr : f), c.want) << c.type;
@@ -247,8 +247,8 @@ void check_chamfer_statuses(bool five) {
   // A bad knight weight is refused even where the 3x3 shortcut would apply; a 3x3 mask ignores
   // the third value.
   if (five) bad.push_back({1, 1, -5});
-  for (const auto& m : bad) cases.push_back({src.ptr(), src.step(), dst.ptr(), dst.step(), roi,
-                                             m.data(), -56});
+  for (const auto& m : bad)
+    cases.push_back({src.ptr(), src.step(), dst.ptr(), dst.step(), roi, m.data(), -56});
   const Metric<T> ignored[3] = {1, 2, -5};
   if (!five) cases.push_back({src.ptr(), src.step(), dst.ptr(), dst.step(), roi, ignored, 0});
   for (size_t i = 0; i < cases.size(); ++i) {
@@ -301,8 +301,7 @@ void check_edge_cases() {
       for (int x = 0; x < 5; ++x) src.set(x, y, 0);
     src.set(2, 2, 200);
     TestImage<T> dst(5, 5);
-    ASSERT_EQ(transform<T>(five, src.ptr(), src.step(), dst.ptr(), dst.step(), src.size(), w5),
-              0);
+    ASSERT_EQ(transform<T>(five, src.ptr(), src.step(), dst.ptr(), dst.step(), src.size(), w5), 0);
     for (int y = 0; y < 5; ++y)
       for (int x = 0; x < 5; ++x) EXPECT_EQ(double(dst.at(x, y)), (x == 2 && y == 2) ? 3.0 : 0.0);
     // No zero pixel at all: the maximum everywhere (1x1 included).
@@ -344,8 +343,8 @@ TEST(DistanceChamfer, SaturatesAt255And65535) {
       TestImage<Rvp8u> d8(W, 2);
       TestImage<Rvp16u> d16(W, 2);
       ASSERT_EQ(transform<Rvp8u>(five, src.ptr(), src.step(), d8.ptr(), d8.step(), {W, 2}, m), 0);
-      ASSERT_EQ(
-          transform<Rvp16u>(five, src.ptr(), src.step(), d16.ptr(), d16.step(), {W, 2}, m), 0);
+      ASSERT_EQ(transform<Rvp16u>(five, src.ptr(), src.step(), d16.ptr(), d16.step(), {W, 2}, m),
+                0);
       for (int x = 0; x < W; ++x) {
         const int64_t along = int64_t{x} * a;
         // Row 0 is a step above the zero's row: a above it, then a per step along the row.
@@ -466,8 +465,8 @@ TEST(DistanceChamfer, StandardWeightsMatchBruteForce) {
     TestImage<Rvp16u> d16(W, H);
     ASSERT_EQ(transform<Rvp8u>(five, src.ptr(), src.step(), d8.ptr(), d8.step(), src.size(), mi),
               0);
-    ASSERT_EQ(
-        transform<Rvp16u>(five, src.ptr(), src.step(), d16.ptr(), d16.step(), src.size(), mi), 0);
+    ASSERT_EQ(transform<Rvp16u>(five, src.ptr(), src.step(), d16.ptr(), d16.step(), src.size(), mi),
+              0);
     const std::vector<Rvp8u> v8 = read(d8);
     const std::vector<Rvp16u> v16 = read(d16);
     for (size_t i = 0; i < v8.size(); ++i) {
@@ -478,8 +477,8 @@ TEST(DistanceChamfer, StandardWeightsMatchBruteForce) {
     const double wf[3] = {mf[0], mf[1], five ? double(mf[2]) : 0.0};
     const std::vector<double> bf = brute_chamfer<Rvp32f>(src, wf, five);
     TestImage<Rvp32f> df(W, H);
-    ASSERT_EQ(
-        transform<Rvp32f>(five, src.ptr(), src.step(), df.ptr(), df.step(), src.size(), mf), 0);
+    ASSERT_EQ(transform<Rvp32f>(five, src.ptr(), src.step(), df.ptr(), df.step(), src.size(), mf),
+              0);
     const std::vector<Rvp32f> vf = read(df);
     const bool integral = norm < 2;
     for (size_t i = 0; i < vf.size(); ++i) {
@@ -795,8 +794,8 @@ TEST(DistanceGuarded, TrueTransformStaysInsideItsImagesAndBuffer) {
     }
 }
 
-
-// ---- fast marching -------------------------------------------------------------------------------
+// ---- fast marching
+// -------------------------------------------------------------------------------
 
 namespace fm {
 
@@ -906,21 +905,20 @@ TEST(DistanceFastMarching, StatusOrderAndNothingWritten) {
     RvpStatus want;
   };
   const Case cases[] = {
-      {false, true, true, 8, 32, {W, H}, 5, -8},  {true, false, true, 8, 32, {W, H}, 5, -8},
-      {true, true, false, 8, 32, {W, H}, -1, -8}, {true, true, true, 8, 32, {0, H}, -1, -6},
-      {true, true, true, 5, 32, {W, H}, -1, -14}, {true, true, true, 8, 20, {W, H}, 5, -14},
+      {false, true, true, 8, 32, {W, H}, 5, -8},   {true, false, true, 8, 32, {W, H}, 5, -8},
+      {true, true, false, 8, 32, {W, H}, -1, -8},  {true, true, true, 8, 32, {0, H}, -1, -6},
+      {true, true, true, 5, 32, {W, H}, -1, -14},  {true, true, true, 8, 20, {W, H}, 5, -14},
       {true, true, true, 8, 26, {W, H}, -1, -108}, {true, true, true, 8, 32, {W, H}, -1, -5},
-      {true, true, true, 8, 32, {W, H}, nan, -5}, {true, true, true, 8, 32, {W, H}, -kInf, -5},
-      {true, true, true, 8, 32, {W, H}, kInf, 0}, {true, true, true, 8, 32, {W, H}, 0, 0},
+      {true, true, true, 8, 32, {W, H}, nan, -5},  {true, true, true, 8, 32, {W, H}, -kInf, -5},
+      {true, true, true, 8, 32, {W, H}, kInf, 0},  {true, true, true, 8, 32, {W, H}, 0, 0},
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
     const Case& c = cases[i];
     TestImage<Rvp32f> dst(W, H, 1, 8);
     const std::vector<uint8_t> before = dst.bytes();
     const std::vector<Rvp8u> buf_before = buf;
-    EXPECT_EQ(rvpiFastMarching_8u32f_C1R(c.s ? src.ptr() : nullptr, c.ss,
-                                         c.d ? dst.ptr() : nullptr, c.ds, c.r, c.radius,
-                                         c.b ? buf.data() : nullptr),
+    EXPECT_EQ(rvpiFastMarching_8u32f_C1R(c.s ? src.ptr() : nullptr, c.ss, c.d ? dst.ptr() : nullptr,
+                                         c.ds, c.r, c.radius, c.b ? buf.data() : nullptr),
               c.want)
         << "case " << i;
     if (c.want != 0) {
