@@ -364,8 +364,9 @@ RVPCV_API RvpStatus rvpiGetDistanceTransformMask(int maskType, Rvp32f* pMetrics)
  *   needs both passes alternately is not found).
  * 5x5: after the weight check, when c >= a + min(2a, b) (evaluated in 64-bit integers, or in
  *   single precision for float weights) the knight step can never win and the 3x3 transform
- *   with a and b is run instead; for integer weights and integer-valued float weights the
- *   values are identical to those of the full 5x5 passes.
+ *   with a and b is run instead. With a <= b and integer (or integer-valued float) weights the
+ *   values are identical to those of the full 5x5 passes; with fractional float weights they
+ *   can differ from them in the last bits, as the sums are rounded along different paths.
  * Checks: pSrc, pDst, pMetrics null -8; width or height < 1 -6; srcStep < width or dstStep below
  * the destination's row bytes -14; a 16u or 32f dstStep not a multiple of its element size -108;
  * a bad weight -56. Source and destination must not overlap, except in the in-place members. */
