@@ -467,10 +467,12 @@ inline void envelope_row(Rvp32f* g, int width, const EnvelopeScratch& s) {
 // min(current, eikonal_update(a, b)) with a, b the smallest final horizontal and vertical
 // neighbours.
 //
-// The queue is a tournament over the image held in about one byte per pixel: a bit per pixel
-// for "final", the minimum tentative value of each block of 32 pixels of a row, and a binary
-// tree over the rows' minima. Taking the minimum descends the tree to the row, scans the row's
-// block minima and then the block; an update rescans the touched blocks and rows.
+// The tentative values live in the destination. The queue over them is a tournament that needs
+// no per-pixel entries, so it fits the small buffer (a quarter byte per pixel plus 16 bytes per
+// row): a bit per pixel for "final", the minimum tentative value of each block of 32 pixels of a
+// row, and a binary tree over the rows' minima. Taking the minimum descends the tree to the row,
+// scans the row's block minima and then the block. Making a pixel final rescans its block and
+// row; a neighbour whose value drops only lowers the minima above it.
 
 // The value at a pixel whose smallest final neighbours are a (horizontal) and b (vertical),
 // +infinity for none. Solves (t - a)^2 + (t - b)^2 = 1 when both take part, else t = min + 1;
