@@ -267,6 +267,109 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  * Integral images and window deviations (src/arith/integral.cpp)
  * ========================================================================================== */
 /* section:integral (declarations follow this line) */
+/* Summed-area tables of one-channel images. roiSize is the source size (w, h).
+ *
+ * Integral and squared tables have (w + 1) columns and (h + 1) rows: element (x, y) is the start
+ * value plus the sum (of pixels, or of squared pixels) over source rows 0..y-1, columns 0..x-1.
+ * Row 0 and column 0 of every later row hold the start value (`val`, `valSqr`; 0 for the members
+ * without one). Steps: source >= w elements, tables >= (w + 1) elements and a multiple of their
+ * element size; -14 is tested for every image before -108.
+ *
+ * Arithmetic: 32s tables wrap modulo 2^32 silently. rvpiIntegral_32f_C1R keeps a running
+ * single-precision row sum, adding the pixels from left to right, and adds the element above
+ * (one rounding each). The 8u -> 32f tables form the row sum exactly in integers in blocks of
+ * 16 pixels (from column 0), add each block prefix converted to single precision to the
+ * single-precision carry of the earlier blocks (one rounding), then add the element above (one
+ * rounding); exact while row sums stay below 2^24. 64f squared tables add the exact integer row
+ * prefix of squares to the element above (one rounding). */
+RVPCV_API RvpStatus rvpiIntegral_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                         int dstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiIntegral_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+                                           int dstStep, RvpiSize roiSize, Rvp32f val);
+RVPCV_API RvpStatus rvpiIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                           int dstStep, RvpiSize roiSize, Rvp32s val);
+RVPCV_API RvpStatus rvpiSqrIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                              int dstStep, Rvp32s* pSqr, int sqrStep,
+                                              RvpiSize roiSize, Rvp32s val, Rvp32s valSqr);
+RVPCV_API RvpStatus rvpiSqrIntegral_8u32s64f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                                 int dstStep, Rvp64f* pSqr, int sqrStep,
+                                                 RvpiSize roiSize, Rvp32s val, Rvp64f valSqr);
+RVPCV_API RvpStatus rvpiSqrIntegral_8u32f64f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+                                                 int dstStep, Rvp64f* pSqr, int sqrStep,
+                                                 RvpiSize roiSize, Rvp32f val, Rvp64f valSqr);
+
+/* Tilted (45-degree) tables: (w + 2) columns and (h + 2) rows; rows 0 and 1 hold only the start
+ * value. Row R >= 2 is fed by source row s = R - 2, and element (x, R) is the start value plus
+ * the sum over the source pixels (px, py) with py <= s and x-1-(s-py) <= px <= x+(s-py): a cone
+ * whose lowest row is the pixel pair x-1, x of row s, one pixel wider on each side per row up.
+ * Inside a row T[R][x] = S[x-1] + S[x] + T[R-1][x-1] + T[R-1][x+1] - T[R-2][x], and in column w
+ * the term S[w] is absent. Columns 0 and w+1 also hold exact cone sums:
+ * T[R][0] = S[0] + T[R-1][1] and T[R][w+1] = T[R-1][w]. 32s tables wrap; floating tables add in
+ * the order ((S[x-1] + S[x]) + T[R-1][x-1]) + T[R-1][x+1]) - T[R-2][x], the pixel pair (or its
+ * squares) being an exact integer. Steps: tables >= (w + 2) elements.
+ *
+ * With the table's element (1, 1) taken as image position (0, 0), the corners
+ * D = (x, y), B = (x - h, y + h), C = (x + w, y + w), A = (x + w - h, y + w + h) bound, as
+ * T(A) - T(B) - T(C) + T(D), the 45-degree rectangle of the 2·w·h pixels (px, py) with
+ * x + y < px + py <= x + y + 2w and y - x <= py - px <= y - x + 2h - 1: its top row is y + 1
+ * (pixels x and x + 1), its leftmost pixel x + 1 - h, its rightmost x + w. The tilted Haar
+ * classifiers read this layout. */
+RVPCV_API RvpStatus rvpiTiltedIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                                 int dstStep, RvpiSize roiSize, Rvp32s val);
+RVPCV_API RvpStatus rvpiTiltedIntegral_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+                                                 int dstStep, RvpiSize roiSize, Rvp32f val);
+RVPCV_API RvpStatus rvpiTiltedSqrIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep,
+                                                    Rvp32s* pDst, int dstStep, Rvp32s* pSqr,
+                                                    int sqrStep, RvpiSize roiSize, Rvp32s val,
+                                                    Rvp32s valSqr);
+RVPCV_API RvpStatus rvpiTiltedSqrIntegral_8u32s64f_C1R(const Rvp8u* pSrc, int srcStep,
+                                                       Rvp32s* pDst, int dstStep, Rvp64f* pSqr,
+                                                       int sqrStep, RvpiSize roiSize,
+                                                       Rvp32s val, Rvp64f valSqr);
+RVPCV_API RvpStatus rvpiTiltedSqrIntegral_8u32f64f_C1R(const Rvp8u* pSrc, int srcStep,
+                                                       Rvp32f* pDst, int dstStep, Rvp64f* pSqr,
+                                                       int sqrStep, RvpiSize roiSize,
+                                                       Rvp32f val, Rvp64f valSqr);
+
+/* Window deviations: for each position (i, j) of roiSize, the standard deviation of the window
+ * rect moved by (i, j), from an integral table (pSrc) and a squared table (pSqr).
+ * Upright: the window's sums are T(A) - T(B) - T(C) + T(D) with A = (x+w, y+h), B = (x, y+h),
+ * C = (x+w, y), D = (x, y); area w·h. Tilted: the 45-degree rectangle of the tilted tables
+ * described above (corners read at table element (i + cx + 1, j + cy + 1)); area 2·w·h.
+ * Sums: 32s tables are differenced with 32-bit wrapping; the integral's difference is read as
+ * signed, a 32s squared table's as unsigned (squares are never negative; exact below 2^32);
+ * floating tables are differenced in double in the order ((A - B) - C) + D.
+ * Then, in double, inv = 1/area and var = S2·inv - (S1·inv)^2, rounded once to single; a
+ * negative variance becomes 0 before the single-precision square root (flat windows give 0,
+ * never NaN). The Sfs members store the deviation times 2^-scaleFactor (computed in double),
+ * rounded to nearest with ties to even and saturated to Rvp32s; any scaleFactor is accepted.
+ * Checks: null -8; size -6; srcStep < elem·(roi.width + rect.x + rect.width [+ 1 tilted]),
+ * dstStep < elem·roi.width or sqrStep likewise -14, then steps not a multiple of their element
+ * size -108; rect.x < 0, rect.y < 0, rect.width < 1 or rect.height < 1 -5, and for the tilted
+ * members also rect.x + 1 < rect.height -5 (the window would reach left of the table).
+ * Rows read: j + rect.y .. j + rect.y + rect.height upright, up to
+ * j + rect.y + rect.width + rect.height + 1 tilted; the caller provides them. */
+RVPCV_API RvpStatus rvpiRectStdDev_32f_C1R(const Rvp32f* pSrc, int srcStep, const Rvp64f* pSqr,
+                                           int sqrStep, Rvp32f* pDst, int dstStep,
+                                           RvpiSize roiSize, RvpiRect rect);
+RVPCV_API RvpStatus rvpiRectStdDev_32s32f_C1R(const Rvp32s* pSrc, int srcStep,
+                                              const Rvp64f* pSqr, int sqrStep, Rvp32f* pDst,
+                                              int dstStep, RvpiSize roiSize, RvpiRect rect);
+RVPCV_API RvpStatus rvpiRectStdDev_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
+                                              const Rvp32s* pSqr, int sqrStep, Rvp32s* pDst,
+                                              int dstStep, RvpiSize roiSize, RvpiRect rect,
+                                              int scaleFactor);
+RVPCV_API RvpStatus rvpiTiltedRectStdDev_32f_C1R(const Rvp32f* pSrc, int srcStep,
+                                                 const Rvp64f* pSqr, int sqrStep, Rvp32f* pDst,
+                                                 int dstStep, RvpiSize roiSize, RvpiRect rect);
+RVPCV_API RvpStatus rvpiTiltedRectStdDev_32s32f_C1R(const Rvp32s* pSrc, int srcStep,
+                                                    const Rvp64f* pSqr, int sqrStep,
+                                                    Rvp32f* pDst, int dstStep, RvpiSize roiSize,
+                                                    RvpiRect rect);
+RVPCV_API RvpStatus rvpiTiltedRectStdDev_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
+                                                    const Rvp32s* pSqr, int sqrStep,
+                                                    Rvp32s* pDst, int dstStep, RvpiSize roiSize,
+                                                    RvpiRect rect, int scaleFactor);
 
 
 /* ============================================================================================
