@@ -436,6 +436,134 @@ RVPCV_API RvpStatus rvpiTiltedRectStdDev_32s_C1RSfs(const Rvp32s* pSrc, int srcS
  * Haar cascade classifiers (src/detect/haar.cpp)
  * ========================================================================================== */
 /* section:haar (declarations follow this line) */
+/* One stage of a Haar cascade. The state is one block from rvpMalloc: a 56-byte header
+ * (classifier count; rectangle count; pointer to the first classifier record; bounding
+ * rectangle minX, minY, W, H; tilted flag word; three counts: _32f: two-rectangle classifiers,
+ * two- plus three-rectangle classifiers, rectangles; _32s: rectangles, two-rectangle, two- plus
+ * three-rectangle; _32f: 1 when every classifier's first weight truncates to -1 (also for an
+ * empty state), else 0; one reserved word), then 32-byte classifier records (rectangle count,
+ * pointer to its first feature record, threshold, left vote, right vote, tag = input index *
+ * 256, + 1 when tilted), then 36-byte feature records (corners A, B, C, D as x, y pairs, then
+ * the weight). Classifiers are stored regrouped: all with 2 rectangles, then all with 3, then
+ * the rest, each group in input order; summation (and so float rounding) follows that order.
+ * A window's rectangle sum is I(A) - I(B) - I(C) + I(D), corners read at the window origin plus
+ * (px, py). Upright corners of (x, y, w, h): A (x+w, y+h), B (x, y+h), C (x+w, y), D (x, y).
+ * Tilted (tilted constructor, or rvpiTiltHaarFeatures with flag != 0): A (x+w-h, y+w+h),
+ * B (x-h, y+h), C (x+w, y+w), D (x, y); with flag 0: A (x, y+h), B (x-h, y), C (x+w, y+h-w),
+ * D (x+w-h, y-w). Tilted corners read the tilted table of rvpiTiltedIntegral_* with its element
+ * (1, 1) as the window origin (the 45-degree rectangle described there).
+ *
+ * InitAlloc: any null pointer -8; length < 0 or any pNum[i] < 1 -6 (length 0 gives an empty
+ * state); _32f: a rectangle with x < 0, y < 0, width < 1 or height < 1 -5 before allocating
+ * (*ppState untouched); allocation failure (or a block over 2^31 - 1 bytes) -9; _32s: the same
+ * rectangle test after allocating: block freed, *ppState set to NULL, -5. The bounding
+ * rectangle starts from the first input rectangle; for each stored feature minX = min(minX,
+ * D.x), minY = min(minY, D.y), W = A.x if A.x > minX + W, H = A.y if A.y > minY + H; finally
+ * W -= minX, H -= minY (no apply function reads it).
+ * Tilted InitAlloc: same checks; input order; tags index * 256 + 1; tilted flag 1; group counts
+ * 0 with the rectangle count in the flavour's rectangle slot; bounding rectangle starts from
+ * (x0, y0, w0 - h0, w0 + h0); a rectangle with x < 0, y < 0, w < 1, h < 1 or x + 1 < h frees
+ * the block, sets *ppState to NULL and returns -5. */
+typedef struct RvpiHaarClassifier_32f RvpiHaarClassifier_32f;
+typedef struct RvpiHaarClassifier_32s RvpiHaarClassifier_32s;
+
+RVPCV_API RvpStatus rvpiHaarClassifierInitAlloc_32f(RvpiHaarClassifier_32f** ppState,
+                                                    const RvpiRect* pFeature,
+                                                    const Rvp32f* pWeight,
+                                                    const Rvp32f* pThreshold,
+                                                    const Rvp32f* pVal1, const Rvp32f* pVal2,
+                                                    const int* pNum, int length);
+RVPCV_API RvpStatus rvpiHaarClassifierInitAlloc_32s(RvpiHaarClassifier_32s** ppState,
+                                                    const RvpiRect* pFeature,
+                                                    const Rvp32s* pWeight,
+                                                    const Rvp32s* pThreshold,
+                                                    const Rvp32s* pVal1, const Rvp32s* pVal2,
+                                                    const int* pNum, int length);
+RVPCV_API RvpStatus rvpiTiltedHaarClassifierInitAlloc_32f(RvpiHaarClassifier_32f** ppState,
+                                                          const RvpiRect* pFeature,
+                                                          const Rvp32f* pWeight,
+                                                          const Rvp32f* pThreshold,
+                                                          const Rvp32f* pVal1,
+                                                          const Rvp32f* pVal2, const int* pNum,
+                                                          int length);
+RVPCV_API RvpStatus rvpiTiltedHaarClassifierInitAlloc_32s(RvpiHaarClassifier_32s** ppState,
+                                                          const RvpiRect* pFeature,
+                                                          const Rvp32s* pWeight,
+                                                          const Rvp32s* pThreshold,
+                                                          const Rvp32s* pVal1,
+                                                          const Rvp32s* pVal2, const int* pNum,
+                                                          int length);
+/* NULL -8; otherwise releases the block with rvpFree and returns 0. */
+RVPCV_API RvpStatus rvpiHaarClassifierFree_32f(RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiHaarClassifierFree_32s(RvpiHaarClassifier_32s* pState);
+/* Window size: (largest C.x, largest A.y) over all features, from 0; (0, 0) when empty. */
+RVPCV_API RvpStatus rvpiGetHaarClassifierSize_32f(const RvpiHaarClassifier_32f* pState,
+                                                  RvpiSize* pSize);
+RVPCV_API RvpStatus rvpiGetHaarClassifierSize_32s(const RvpiHaarClassifier_32s* pState,
+                                                  RvpiSize* pSize);
+/* pMask: one byte per classifier in input order, nonzero = make it tilted; flag selects the
+ * corner convention (see above). Null -8; tilted flag already set -5. For each selected input
+ * index i, in rising order, the first stored classifier whose tag >> 8 equals i gets tag 1
+ * exactly and its features' corners rewritten from their upright (x, y, A.x - D.x,
+ * A.y - D.y). The tilted flag is set when any mask byte was nonzero, so a second call with a
+ * nonzero mask fails with -5; an all-zero mask leaves the state as it was. */
+RVPCV_API RvpStatus rvpiTiltHaarFeatures_32f(const Rvp8u* pMask, int flag,
+                                             RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiTiltHaarFeatures_32s(const Rvp8u* pMask, int flag,
+                                             RvpiHaarClassifier_32s* pState);
+
+/* Apply one stage to every window position (u, v) of roiSize whose mask byte is nonzero: for
+ * each classifier in stored order, S = sum over its features (stored order) of rectangle sum *
+ * weight; vote = left if S < threshold_c * norm(u, v), else right; T = sum of votes in stored
+ * order; T < threshold clears the mask byte, otherwise the position survives with its mask byte
+ * unchanged (one rule for every column; a NaN T survives). *pPositive = survivors among the
+ * evaluated positions; zero mask bytes are neither evaluated nor counted.
+ * Arithmetic: _32f: float rectangle sums ((A - B) - C) + D, float products and sums, float
+ * threshold_c * norm. _32s32f: rectangle sums in wrapping int32, converted to float, then as
+ * _32f. _32s_C1RSfs: int32 wrapping rectangle sums, products, sums and threshold_c * norm;
+ * scaleFactor accepted and never read. Mixed _32s_C1RSfs: the feature sum is the 64-bit sum of
+ * int32 * int32 products shifted left by -scaleFactor (0 for shifts of 64 or more), compared
+ * with the 64-bit threshold_c * norm; votes summed in wrapping int32.
+ * Mixed members read tilted classifiers (tag bit 0) from pTilt at the window origin one row
+ * down and one element right, upright ones from pSrc. The non-mixed members ignore the tag and
+ * read every feature from pSrc through a per-call table of corner offsets from rvpMalloc.
+ * Checks: null pSrc, (pTilt), pNorm, pMask, pPositive, pState -8; size -6; srcStep, (tiltStep),
+ * normStep < 4 * width or maskStep < width -14; srcStep, (tiltStep), normStep not a multiple
+ * of 4 -108; mixed _32s scaleFactor > 0 -5; offset-table allocation -9. The tables must hold
+ * every corner of every window position: the caller sizes roiSize accordingly. */
+RVPCV_API RvpStatus rvpiApplyHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep,
+                                                    const Rvp32f* pNorm, int normStep,
+                                                    Rvp8u* pMask, int maskStep, RvpiSize roiSize,
+                                                    int* pPositive, Rvp32f threshold,
+                                                    const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyHaarClassifier_32s32f_C1R(const Rvp32s* pSrc, int srcStep,
+                                                       const Rvp32f* pNorm, int normStep,
+                                                       Rvp8u* pMask, int maskStep,
+                                                       RvpiSize roiSize, int* pPositive,
+                                                       Rvp32f threshold,
+                                                       const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyHaarClassifier_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
+                                                       const Rvp32s* pNorm, int normStep,
+                                                       Rvp8u* pMask, int maskStep,
+                                                       RvpiSize roiSize, int* pPositive,
+                                                       Rvp32s threshold,
+                                                       const RvpiHaarClassifier_32s* pState,
+                                                       int scaleFactor);
+RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep,
+                                                         const Rvp32f* pTilt, int tiltStep,
+                                                         const Rvp32f* pNorm, int normStep,
+                                                         Rvp8u* pMask, int maskStep,
+                                                         RvpiSize roiSize, int* pPositive,
+                                                         Rvp32f threshold,
+                                                         const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32s32f_C1R(
+    const Rvp32s* pSrc, int srcStep, const Rvp32s* pTilt, int tiltStep, const Rvp32f* pNorm,
+    int normStep, Rvp8u* pMask, int maskStep, RvpiSize roiSize, int* pPositive,
+    Rvp32f threshold, const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32s_C1RSfs(
+    const Rvp32s* pSrc, int srcStep, const Rvp32s* pTilt, int tiltStep, const Rvp32s* pNorm,
+    int normStep, Rvp8u* pMask, int maskStep, RvpiSize roiSize, int* pPositive,
+    Rvp32s threshold, const RvpiHaarClassifier_32s* pState, int scaleFactor);
 
 
 /* ============================================================================================
