@@ -86,16 +86,29 @@ inline __m256i load8u_as_32(const Rvp8u* p) {
 
 inline __m256i last_lane(__m256i v) { return _mm256_permutevar8x32_epi32(v, _mm256_set1_epi32(7)); }
 
+// Sixteen pixels per step. The block totals are formed off the carry's dependency chain, so
+// the chain from one block to the next is a single vector add.
 template <bool Square>
 inline void row_32s(const Rvp8u* src, const Rvp32s* above, Rvp32s* dst, int w) {
   __m256i carry = _mm256_setzero_si256();
   int x = 0;
+  auto ld = [](const Rvp32s* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
+  auto st = [](Rvp32s* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); };
+  for (; x + 16 <= w; x += 16) {
+    __m256i v0 = load8u_as_32(src + x);
+    __m256i v1 = load8u_as_32(src + x + 8);
+    if (Square) v0 = _mm256_mullo_epi32(v0, v0), v1 = _mm256_mullo_epi32(v1, v1);
+    const __m256i p0 = prefix8(v0);
+    const __m256i p1 = _mm256_add_epi32(prefix8(v1), last_lane(p0));
+    st(dst + x + 1, _mm256_add_epi32(ld(above + x + 1), _mm256_add_epi32(p0, carry)));
+    st(dst + x + 9, _mm256_add_epi32(ld(above + x + 9), _mm256_add_epi32(p1, carry)));
+    carry = _mm256_add_epi32(carry, last_lane(p1));
+  }
   for (; x + 8 <= w; x += 8) {
     __m256i v = load8u_as_32(src + x);
     if (Square) v = _mm256_mullo_epi32(v, v);
     const __m256i p = _mm256_add_epi32(prefix8(v), carry);
-    const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(above + x + 1));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x + 1), _mm256_add_epi32(a, p));
+    st(dst + x + 1, _mm256_add_epi32(ld(above + x + 1), p));
     carry = last_lane(p);
   }
   uint32_t r = static_cast<uint32_t>(_mm256_cvtsi256_si32(carry));
@@ -105,8 +118,39 @@ inline void row_32s(const Rvp8u* src, const Rvp32s* above, Rvp32s* dst, int w) {
   }
 }
 
+// Prefix sums of sixteen pixels formed in 16-bit lanes (at most 16 * 255), widened to 32 bits.
+inline void prefix16_u8(const Rvp8u* p, __m256i& lo, __m256i& hi) {
+  __m256i v = _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+  v = _mm256_add_epi16(v, _mm256_slli_si256(v, 2));
+  v = _mm256_add_epi16(v, _mm256_slli_si256(v, 4));
+  v = _mm256_add_epi16(v, _mm256_slli_si256(v, 8));
+  // Element 7 (the first half's total) broadcast, then moved to the upper half only.
+  __m256i t = _mm256_shufflehi_epi16(v, 0xFF);
+  t = _mm256_unpackhi_epi64(t, t);
+  v = _mm256_add_epi16(v, _mm256_permute2x128_si256(t, t, 0x08));
+  lo = _mm256_cvtepu16_epi32(_mm256_castsi256_si128(v));
+  hi = _mm256_cvtepu16_epi32(_mm256_extracti128_si256(v, 1));
+}
+
 inline void integral_row_32s(const Rvp8u* src, const Rvp32s* above, Rvp32s* dst, int w) {
-  row_32s<false>(src, above, dst, w);
+  __m256i carry = _mm256_setzero_si256();
+  int x = 0;
+  for (; x + 16 <= w; x += 16) {
+    __m256i p0, p1;
+    prefix16_u8(src + x, p0, p1);
+    const __m256i a0 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(above + x + 1));
+    const __m256i a1 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(above + x + 9));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x + 1),
+                        _mm256_add_epi32(a0, _mm256_add_epi32(p0, carry)));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x + 9),
+                        _mm256_add_epi32(a1, _mm256_add_epi32(p1, carry)));
+    carry = _mm256_add_epi32(carry, last_lane(p1));
+  }
+  uint32_t r = static_cast<uint32_t>(_mm256_cvtsi256_si32(carry));
+  for (; x < w; ++x) {
+    r += src[x];
+    dst[x + 1] = static_cast<Rvp32s>(static_cast<uint32_t>(above[x + 1]) + r);
+  }
 }
 inline void sqr_row_32s(const Rvp8u* src, const Rvp32s* above, Rvp32s* dst, int w) {
   row_32s<true>(src, above, dst, w);

@@ -26,47 +26,6 @@ bool exists(const std::string& p) {
   return stat(p.c_str(), &st) == 0;
 }
 
-// Reads the cascade through OpenCV's own file reader (the tool reads it with pugixml; this test
-// is about the detection arithmetic, not the XML).
-bool read_cascade(const std::string& path, rvpcv_app::HaarCascade& c) {
-  cv::FileStorage fs(path, cv::FileStorage::READ);
-  if (!fs.isOpened()) return false;
-  const cv::FileNode root = fs.getFirstTopLevelNode();
-  c.width = int(root["width"]);
-  c.height = int(root["height"]);
-  std::vector<std::vector<rvpcv_app::HaarRect>> features;
-  std::vector<bool> tilted;
-  for (const cv::FileNode& f : root["features"]) {
-    std::vector<rvpcv_app::HaarRect> rects;
-    for (const cv::FileNode& r : f["rects"]) {
-      std::vector<float> v;
-      r >> v;
-      rects.push_back({{int(v[0]), int(v[1]), int(v[2]), int(v[3])}, v[4]});
-    }
-    features.push_back(rects);
-    tilted.push_back(!f["tilted"].empty() && int(f["tilted"]) != 0);
-  }
-  for (const cv::FileNode& s : root["stages"]) {
-    rvpcv_app::HaarStage stage;
-    stage.threshold = float(s["stageThreshold"]);
-    for (const cv::FileNode& w : s["weakClassifiers"]) {
-      std::vector<double> node, leaf;
-      w["internalNodes"] >> node;
-      w["leafValues"] >> leaf;
-      if (node.size() != 4 || leaf.size() != 2) return false;
-      rvpcv_app::HaarWeak weak;
-      weak.rects = features[size_t(node[2])];
-      weak.tilted = tilted[size_t(node[2])];
-      weak.threshold = float(node[3]);
-      weak.left = float(leaf[size_t(-node[0])]);
-      weak.right = float(leaf[size_t(-node[1])]);
-      stage.weak.push_back(weak);
-    }
-    c.stages.push_back(stage);
-  }
-  return !c.stages.empty();
-}
-
 struct Photo {
   std::string path;
   cv::Mat gray;
@@ -88,7 +47,7 @@ class HaarVsOpenCV : public ::testing::TestWithParam<const char*> {
     path_ = kCascades + GetParam();
     if (!exists(path_)) GTEST_SKIP() << path_ << " missing: install opencv-data";
     if (!exists(kExamples + "messi5.jpg")) GTEST_SKIP() << "photographs missing: install opencv-doc";
-    ASSERT_TRUE(read_cascade(path_, cascade_));
+    ASSERT_TRUE(rvpt::read_cascade(path_, cascade_));
     std::string err;
     ASSERT_TRUE(detector_.init(cascade_, &err)) << err;
     if (!reference_.available()) GTEST_SKIP() << "OpenCV's object-detection module is missing";
