@@ -74,6 +74,10 @@ class HaarDetector {
     width_ = cascade.width;
     height_ = cascade.height;
     tilted_ = false;
+    if (width_ < 3 || height_ < 3) {  // the normalisation reads the window's inner rectangle
+      if (error) *error = "the window must be at least 3 x 3";
+      return false;
+    }
     for (const HaarStage& st : cascade.stages) {
       std::vector<RvpiRect> rects;
       std::vector<Rvp32f> weights, thresholds, left, right;
@@ -81,6 +85,12 @@ class HaarDetector {
       std::vector<Rvp8u> tilt;
       for (const HaarWeak& w : st.weak) {
         for (const HaarRect& r : w.rects) {
+          // A tilted rectangle reaches h - 1 columns left of x; nothing may leave the table.
+          if (w.tilted && r.rect.x + 1 < r.rect.height) {
+            if (error) *error = "a tilted rectangle reaches left of the window";
+            release();
+            return false;
+          }
           rects.push_back(r.rect);
           weights.push_back(r.weight);
         }
@@ -96,6 +106,15 @@ class HaarDetector {
                                                     thresholds.data(), left.data(), right.data(),
                                                     num.data(), static_cast<int>(num.size()));
       if (s == rvpStsNoErr) s = rvpiTiltHaarFeatures_32f(tilt.data(), 1, state);
+      RvpiSize reach{0, 0};
+      if (s == rvpStsNoErr) s = rvpiGetHaarClassifierSize_32f(state, &reach);
+      if (s == rvpStsNoErr && (reach.width > width_ || reach.height > height_)) {
+        rvpiHaarClassifierFree_32f(state);
+        if (error)
+          *error = "stage " + std::to_string(stages_.size()) + " reaches outside the window";
+        release();
+        return false;
+      }
       if (s != rvpStsNoErr) {
         if (state != nullptr) rvpiHaarClassifierFree_32f(state);
         if (error) *error = "the library refused stage " + std::to_string(stages_.size()) +

@@ -30,6 +30,8 @@ bool load_haar_cascade(const std::string& path, HaarCascade& out, std::string* e
   // The cascade is the first child of the storage root, whatever its element name.
   const pugi::xml_node root = doc.document_element().first_child();
   if (!root.child("stages")) return fail(error, path + ": no <stages> (not a cascade file)");
+  if (root.child("size") || root.child("stages").first_child().child("trees"))
+    return fail(error, path + ": the older cascade layout (<size>, <trees>) is not supported");
   const std::string feature_type = root.child_value("featureType");
   if (!feature_type.empty() && feature_type != "HAAR")
     return fail(error, path + ": feature type " + feature_type + " is not supported");
