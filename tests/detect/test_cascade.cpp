@@ -1,6 +1,7 @@
 // The tool's detector helpers: image scaling, grouping of hits, and the scan's skip rule.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 #include <vector>
 
@@ -104,6 +105,56 @@ TEST(CascadeDetector, CandidatesFollowTheStageAndTheSkipRule) {
       EXPECT_EQ(got[i].x, want[i].x);
       EXPECT_EQ(got[i].y, want[i].y);
     }
+  }
+}
+
+// Tilted features go through the mixed stage and the tilted table: two 45-degree rectangles,
+// the windows that pass are those whose first rectangle outweighs the second.
+TEST(CascadeDetector, TiltedFeaturesReadTheDocumentedRectangles) {
+  rvpcv_app::HaarCascade c;
+  c.width = c.height = 8;
+  rvpcv_app::HaarWeak weak;
+  weak.tilted = true;
+  weak.rects = {{{3, 0, 2, 2}, 1.0f}, {{5, 2, 2, 3}, -1.0f}};
+  weak.threshold = 0.0f;
+  weak.left = 0.0f;
+  weak.right = 1.0f;
+  c.stages.push_back({{weak}, 0.5f});
+  rvpcv_app::HaarDetector det;
+  std::string err;
+  ASSERT_TRUE(det.init(c, &err)) << err;
+  std::mt19937 rng(3);
+  const int w = 30, h = 20;
+  std::vector<Rvp8u> img(w * h);
+  for (auto& v : img) v = Rvp8u(rng());
+  auto rect_sum = [&](int u0, int v0, RvpiRect r) {
+    int64_t s = 0;
+    for (int py = 0; py < h; ++py)
+      for (int px = 0; px < w; ++px) {
+        const int x = px - u0, y = py - v0, u = x + y, v = y - x;
+        if (u > r.x + r.y && u <= r.x + r.y + 2 * r.width && v >= r.y - r.x &&
+            v <= r.y - r.x + 2 * r.height - 1)
+          s += img[py * w + px];
+      }
+    return s;
+  };
+  std::vector<RvpiPoint> want;
+  for (int v = 0; v + 8 <= h; ++v)
+    for (int u = 0; u + 8 <= w; ++u) {
+      double s1 = 0, s2 = 0;  // the flat-window rule on the inner 6 x 6
+      for (int y = v + 1; y < v + 7; ++y)
+        for (int x = u + 1; x < u + 7; ++x) s1 += img[y * w + x], s2 += double(img[y * w + x]) * img[y * w + x];
+      const double sd = std::sqrt(s2 / 36 - (s1 / 36) * (s1 / 36));
+      ASSERT_GT(std::fabs(sd - 10.0), 0.01);  // no borderline window in this image
+      if (sd > 10.0 && rect_sum(u, v, weak.rects[0].rect) - rect_sum(u, v, weak.rects[1].rect) >= 0)
+        want.push_back({u, v});
+    }
+  const auto got = det.candidates(img.data(), w, w, h, 1, false);
+  ASSERT_EQ(got.size(), want.size());
+  ASSERT_GT(want.size(), 10u);
+  for (size_t i = 0; i < got.size(); ++i) {
+    EXPECT_EQ(got[i].x, want[i].x);
+    EXPECT_EQ(got[i].y, want[i].y);
   }
 }
 

@@ -466,36 +466,47 @@ TEST(HaarApply, VectorBlocksMatchScalarReference) {
     TestImage<Rvp32f> norm(roi.width, roi.height, 1, 0, 4 * int(rng() % 3));
     for (int v = 0; v < roi.height; ++v)
       for (int u = 0; u < roi.width; ++u) norm.set(u, v, float(rng() % 2000));
-    TestImage<Rvp8u> mask(roi.width, roi.height, 1, int(rng() % 5), int(rng() % 5));
-    rvpt::fill_mask(mask, rng, trial % 2 ? 0.9 : 0.3);
+    TestImage<Rvp8u> mask0(roi.width, roi.height, 1, int(rng() % 5), int(rng() % 5));
+    rvpt::fill_mask(mask0, rng, trial % 2 ? 0.9 : 0.3);
     const float stage = std::uniform_real_distribution<float>(-1, 1)(rng);
-    // Reference, position by position.
-    std::vector<Rvp8u> want(roi.width * roi.height);
-    int want_pos = 0;
     const auto& h = header<Rvp32f>(s);
-    std::vector<rvp::detect::CornerOffsets> offs;
-    for (int k = 0; k < h.rect_count; ++k) {
-      const auto& f = h.first[0].first[k];
-      const ptrdiff_t e = t.sum.step() / 4;
-      offs.push_back({f.ay * e + f.ax, f.by * e + f.bx, f.cy * e + f.cx, f.dy * e + f.dx});
-    }
-    for (int v = 0; v < roi.height; ++v)
-      for (int u = 0; u < roi.width; ++u) {
-        Rvp8u m = mask.at(u, v);
-        if (m != 0) {
-          const float T = rvp::detect::ref::stage_sum_f(t.sum.row(v) + u, norm.at(u, v), h,
-                                                        offs.data());
-          if (T < stage) m = 0; else ++want_pos;
-        }
-        want[v * roi.width + u] = m;
+    for (bool float_table : {false, true}) {
+      // Reference, position by position, through the scalar stage sum.
+      const int tstep = float_table ? t.sumf.step() : t.sum.step();
+      std::vector<rvp::detect::CornerOffsets> offs;
+      for (int k = 0; k < h.rect_count; ++k) {
+        const auto& f = h.first[0].first[k];
+        const ptrdiff_t e = tstep / 4;
+        offs.push_back({f.ay * e + f.ax, f.by * e + f.bx, f.cy * e + f.cx, f.dy * e + f.dx});
       }
-    int positive = -1;
-    ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(t.sum.ptr(), t.sum.step(), norm.ptr(),
-                                                 norm.step(), mask.ptr(), mask.step(), roi,
-                                                 &positive, stage, s), 0);
-    EXPECT_EQ(positive, want_pos);
-    for (int v = 0; v < roi.height; ++v)
-      for (int u = 0; u < roi.width; ++u) ASSERT_EQ(mask.at(u, v), want[v * roi.width + u]);
+      TestImage<Rvp8u> mask = mask0;
+      std::vector<Rvp8u> want(roi.width * roi.height);
+      int want_pos = 0;
+      for (int v = 0; v < roi.height; ++v)
+        for (int u = 0; u < roi.width; ++u) {
+          Rvp8u m = mask.at(u, v);
+          if (m != 0) {
+            const float T =
+                float_table
+                    ? rvp::detect::ref::stage_sum_f(t.sumf.row(v) + u, norm.at(u, v), h, offs.data())
+                    : rvp::detect::ref::stage_sum_f(t.sum.row(v) + u, norm.at(u, v), h, offs.data());
+            if (T < stage) m = 0; else ++want_pos;
+          }
+          want[v * roi.width + u] = m;
+        }
+      int positive = -1;
+      if (float_table)
+        ASSERT_EQ(rvpiApplyHaarClassifier_32f_C1R(t.sumf.ptr(), t.sumf.step(), norm.ptr(),
+                                                  norm.step(), mask.ptr(), mask.step(), roi,
+                                                  &positive, stage, s), 0);
+      else
+        ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(t.sum.ptr(), t.sum.step(), norm.ptr(),
+                                                     norm.step(), mask.ptr(), mask.step(), roi,
+                                                     &positive, stage, s), 0);
+      EXPECT_EQ(positive, want_pos);
+      for (int v = 0; v < roi.height; ++v)
+        for (int u = 0; u < roi.width; ++u) ASSERT_EQ(mask.at(u, v), want[v * roi.width + u]);
+    }
     rvpiHaarClassifierFree_32f(s);
   }
 }
