@@ -117,8 +117,9 @@ class HaarDetector {
       }
       if (s != rvpStsNoErr) {
         if (state != nullptr) rvpiHaarClassifierFree_32f(state);
-        if (error) *error = "the library refused stage " + std::to_string(stages_.size()) +
-                            " (status " + std::to_string(s) + ")";
+        if (error)
+          *error = "the library refused stage " + std::to_string(stages_.size()) + " (status " +
+                   std::to_string(s) + ")";
         release();
         return false;
       }
@@ -150,13 +151,13 @@ class HaarDetector {
     for (size_t k = 0; k < stages_.size(); ++k) {
       const Stage& s = stages_[k];
       const RvpStatus st =
-          tilted_ ? rvpiApplyMixedHaarClassifier_32s32f_C1R(
-                        sum_.data(), (w + 1) * 4, tilt_.data(), (w + 2) * 4, norm_.data(),
-                        pos.width * 4, mask_.data(), pos.width, pos, &positive, s.threshold,
-                        s.state)
-                  : rvpiApplyHaarClassifier_32s32f_C1R(sum_.data(), (w + 1) * 4, norm_.data(),
-                                                       pos.width * 4, mask_.data(), pos.width,
-                                                       pos, &positive, s.threshold, s.state);
+          tilted_
+              ? rvpiApplyMixedHaarClassifier_32s32f_C1R(
+                    sum_.data(), (w + 1) * 4, tilt_.data(), (w + 2) * 4, norm_.data(),
+                    pos.width * 4, mask_.data(), pos.width, pos, &positive, s.threshold, s.state)
+              : rvpiApplyHaarClassifier_32s32f_C1R(sum_.data(), (w + 1) * 4, norm_.data(),
+                                                   pos.width * 4, mask_.data(), pos.width, pos,
+                                                   &positive, s.threshold, s.state);
       if (st != rvpStsNoErr) return out;
       if (k == 0 && skip_after_first_reject) positive = skip_after_reject(pos, grid_step);
       if (positive == 0) return out;
@@ -208,8 +209,8 @@ class HaarDetector {
     const RvpiSize roi{w, h};
     sum_.resize(size_t(w + 1) * (h + 1));
     sq_.resize(size_t(w + 1) * (h + 1));
-    rvpiSqrIntegral_8u32s64f_C1R(img, step, sum_.data(), (w + 1) * 4, sq_.data(), (w + 1) * 8,
-                                 roi, 0, 0.0);
+    rvpiSqrIntegral_8u32s64f_C1R(img, step, sum_.data(), (w + 1) * 4, sq_.data(), (w + 1) * 8, roi,
+                                 0, 0.0);
     if (tilted_) {
       tilt_.resize(size_t(w + 2) * (h + 2));
       rvpiTiltedIntegral_8u32s_C1R(img, step, tilt_.data(), (w + 2) * 4, roi, 0);
@@ -266,8 +267,10 @@ inline void resize_bilinear(const Rvp8u* src, int src_step, int sw, int sh, Rvp8
   for (int y = 0; y < dh; ++y) {
     const int i = yi[y], b = yw[y], i1 = std::min(i + 1, sh - 1);
     if (have0 != i) {
-      if (have1 == i) std::swap(r0, r1), have0 = i, have1 = -1;
-      else horizontal(i, r0), have0 = i;
+      if (have1 == i)
+        std::swap(r0, r1), have0 = i, have1 = -1;
+      else
+        horizontal(i, r0), have0 = i;
     }
     if (have1 != i1) horizontal(i1, r1), have1 = i1;
     Rvp8u* d = dst + size_t(dst_step) * y;
@@ -281,8 +284,8 @@ inline void resize_bilinear(const Rvp8u* src, int src_step, int sw, int sh, Rvp8
 // Clusters rectangles whose corners all lie within eps * (mean of the smaller sides) of each
 // other, averages each cluster, keeps clusters with more than min_neighbors members, and drops
 // a kept rectangle that lies inside a larger one with clearly more support.
-inline std::vector<RvpiRect> group_rectangles(const std::vector<RvpiRect>& rects,
-                                              int min_neighbors, double eps) {
+inline std::vector<RvpiRect> group_rectangles(const std::vector<RvpiRect>& rects, int min_neighbors,
+                                              double eps) {
   if (min_neighbors <= 0) return rects;
   const int n = static_cast<int>(rects.size());
   std::vector<int> parent(n);
@@ -327,7 +330,8 @@ inline std::vector<RvpiRect> group_rectangles(const std::vector<RvpiRect>& rects
     bool inside = false;
     for (size_t j = 0; j < avg.size() && !inside; ++j) {
       if (i == j || support[j] < std::max(3, support[i])) continue;
-      const int dx = int(std::lround(avg[j].width * eps)), dy = int(std::lround(avg[j].height * eps));
+      const int dx = int(std::lround(avg[j].width * eps)),
+                dy = int(std::lround(avg[j].height * eps));
       inside = avg[i].x >= avg[j].x - dx && avg[i].y >= avg[j].y - dy &&
                avg[i].x + avg[i].width <= avg[j].x + avg[j].width + dx &&
                avg[i].y + avg[i].height <= avg[j].y + avg[j].height + dy;
@@ -359,7 +363,8 @@ inline std::vector<RvpiRect> HaarDetector::detect(const Rvp8u* img, int step, in
     // Large scales are scanned densely; fine scales every other position, which the next
     // scale's overlap makes up for.
     const int grid = f > 2.0 ? 1 : 2;
-    for (const RvpiPoint& c : candidates(level, level_step, sw, sh, grid, p.skip_after_first_reject))
+    for (const RvpiPoint& c :
+         candidates(level, level_step, sw, sh, grid, p.skip_after_first_reject))
       hits.push_back({int(std::lround(c.x * f)), int(std::lround(c.y * f)), ww, wh});
   }
   if (raw) *raw = hits;

@@ -1,6 +1,5 @@
 // Trained Haar cascades from their XML files, read with pugixml.
 #include <pugixml.hpp>
-
 #include <sstream>
 
 #include "cascade.h"

@@ -91,7 +91,8 @@ int detect_cmd(int argc, char** argv) {
     return 1;
   }
   std::printf("%zu detection(s) in %.1f ms\n", found.size(), ms);
-  for (const RvpiRect& r : found) std::printf("  x %d y %d  %d x %d\n", r.x, r.y, r.width, r.height);
+  for (const RvpiRect& r : found)
+    std::printf("  x %d y %d  %d x %d\n", r.x, r.y, r.width, r.height);
   if (!rvpcv_app::save_png(argv[4], rgb)) {
     std::fprintf(stderr, "cannot write %s\n", argv[4]);
     return 1;

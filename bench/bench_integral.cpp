@@ -17,8 +17,8 @@ void integral_rvpcv(benchmark::State& st, rvpb::Size2 s, bool squared) {
       rvpiSqrIntegral_8u32s64f_C1R(src.ptr<Rvp8u>(), int(src.step), sum.ptr<Rvp32s>(),
                                    int(sum.step), sq.ptr<Rvp64f>(), int(sq.step), roi, 0, 0.0);
     else
-      rvpiIntegral_8u32s_C1R(src.ptr<Rvp8u>(), int(src.step), sum.ptr<Rvp32s>(), int(sum.step),
-                             roi, 0);
+      rvpiIntegral_8u32s_C1R(src.ptr<Rvp8u>(), int(src.step), sum.ptr<Rvp32s>(), int(sum.step), roi,
+                             0);
     benchmark::DoNotOptimize(sum.data);
   }
   st.SetBytesProcessed(int64_t(st.iterations()) * s.width * s.height);
@@ -70,8 +70,10 @@ void detect_opencv(benchmark::State& st) {
 }
 
 int register_all() {
-  benchmark::RegisterBenchmark("FaceDetect/rvpcv/512x512", detect_rvpcv)->Unit(benchmark::kMillisecond);
-  benchmark::RegisterBenchmark("FaceDetect/opencv/512x512", detect_opencv)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("FaceDetect/rvpcv/512x512", detect_rvpcv)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("FaceDetect/opencv/512x512", detect_opencv)
+      ->Unit(benchmark::kMillisecond);
   for (rvpb::Size2 s : rvpb::kSizes)
     for (bool squared : {false, true}) {
       const std::string op = squared ? "SqrIntegral_8u32s64f" : "Integral_8u32s";

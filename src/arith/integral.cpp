@@ -30,15 +30,15 @@ struct NoTable {};
 // squared table's (NoTable when absent).
 template <class D, class Q>
 RvpStatus integral_8u(const Rvp8u* src, int srcStep, D* dst, int dstStep, Q* sq, int sqStep,
-                      RvpiSize roi, D val, std::conditional_t<std::is_same_v<Q, NoTable>, int, Q> val_sq) {
+                      RvpiSize roi, D val,
+                      std::conditional_t<std::is_same_v<Q, NoTable>, int, Q> val_sq) {
   constexpr bool kSq = !std::is_same_v<Q, NoTable>;
   if (src == nullptr || dst == nullptr || (kSq && sq == nullptr)) return rvpStsNullPtrErr;
   if (auto st = check_roi(roi)) return st;
   const int64_t cols = int64_t{roi.width} + 1;
   StepRule r_sq = kNoImage;
   if constexpr (kSq) r_sq = table<Q>(sqStep, cols);
-  if (auto st = check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq}))
-    return st;
+  if (auto st = check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq})) return st;
 
   const int w = roi.width;
   fill_row(dst, w + 1, val);
@@ -73,15 +73,15 @@ RvpStatus integral_8u(const Rvp8u* src, int srcStep, D* dst, int dstStep, Q* sq,
 // Tilted tables: (w + 2) columns and (h + 2) rows; rows 0 and 1 hold only the start values.
 template <class D, class Q>
 RvpStatus tilted_8u(const Rvp8u* src, int srcStep, D* dst, int dstStep, Q* sq, int sqStep,
-                    RvpiSize roi, D val, std::conditional_t<std::is_same_v<Q, NoTable>, int, Q> val_sq) {
+                    RvpiSize roi, D val,
+                    std::conditional_t<std::is_same_v<Q, NoTable>, int, Q> val_sq) {
   constexpr bool kSq = !std::is_same_v<Q, NoTable>;
   if (src == nullptr || dst == nullptr || (kSq && sq == nullptr)) return rvpStsNullPtrErr;
   if (auto st = check_roi(roi)) return st;
   const int64_t cols = int64_t{roi.width} + 2;
   StepRule r_sq = kNoImage;
   if constexpr (kSq) r_sq = table<Q>(sqStep, cols);
-  if (auto st = check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq}))
-    return st;
+  if (auto st = check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq})) return st;
 
   const int w = roi.width;
   for (int y = 0; y < 2; ++y) {
@@ -143,7 +143,8 @@ RvpStatus rect_std_dev(const S* src, int srcStep, const Q* sq, int sqStep, D* ds
   if (auto st = check_roi(roi)) return st;
   // Columns read per row: up to the window's right edge (one more for the tilted origin).
   const int64_t cols = int64_t{roi.width} + rect.x + rect.width + (Tilted ? 1 : 0);
-  if (auto st = check_steps({table<S>(srcStep, cols), image<D>(dstStep, roi), table<Q>(sqStep, cols)}))
+  if (auto st =
+          check_steps({table<S>(srcStep, cols), image<D>(dstStep, roi), table<Q>(sqStep, cols)}))
     return st;
   if (rect.x < 0 || rect.y < 0 || rect.width < 1 || rect.height < 1) return rvpStsBadArgErr;
   // A tilted window reaches rect.height - 1 columns left of rect.x.
@@ -259,9 +260,9 @@ RvpStatus rvpiTiltedIntegral_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* p
                                        RvpiSize roiSize, Rvp32f val) {
   return tilted_8u<Rvp32f, NoTable>(pSrc, srcStep, pDst, dstStep, nullptr, 0, roiSize, val, 0);
 }
-RvpStatus rvpiTiltedSqrIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
-                                          int dstStep, Rvp32s* pSqr, int sqrStep,
-                                          RvpiSize roiSize, Rvp32s val, Rvp32s valSqr) {
+RvpStatus rvpiTiltedSqrIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst, int dstStep,
+                                          Rvp32s* pSqr, int sqrStep, RvpiSize roiSize, Rvp32s val,
+                                          Rvp32s valSqr) {
   return tilted_8u<Rvp32s, Rvp32s>(pSrc, srcStep, pDst, dstStep, pSqr, sqrStep, roiSize, val,
                                    valSqr);
 }
@@ -278,24 +279,23 @@ RvpStatus rvpiTiltedSqrIntegral_8u32f64f_C1R(const Rvp8u* pSrc, int srcStep, Rvp
                                    valSqr);
 }
 
-#define RVP_STDDEV_EXPORTS(name, tilted)                                                        \
-  RvpStatus rvpi##name##_32f_C1R(const Rvp32f* pSrc, int srcStep, const Rvp64f* pSqr,          \
-                                 int sqrStep, Rvp32f* pDst, int dstStep, RvpiSize roiSize,      \
-                                 RvpiRect rect) {                                               \
-    return rect_std_dev<Rvp32f, Rvp64f, Rvp32f, tilted>(pSrc, srcStep, pSqr, sqrStep, pDst,     \
-                                                        dstStep, roiSize, rect, 0);             \
-  }                                                                                             \
-  RvpStatus rvpi##name##_32s32f_C1R(const Rvp32s* pSrc, int srcStep, const Rvp64f* pSqr,       \
-                                    int sqrStep, Rvp32f* pDst, int dstStep, RvpiSize roiSize,   \
-                                    RvpiRect rect) {                                            \
-    return rect_std_dev<Rvp32s, Rvp64f, Rvp32f, tilted>(pSrc, srcStep, pSqr, sqrStep, pDst,     \
-                                                        dstStep, roiSize, rect, 0);             \
-  }                                                                                             \
-  RvpStatus rvpi##name##_32s_C1RSfs(const Rvp32s* pSrc, int srcStep, const Rvp32s* pSqr,       \
-                                    int sqrStep, Rvp32s* pDst, int dstStep, RvpiSize roiSize,   \
-                                    RvpiRect rect, int scaleFactor) {                           \
-    return rect_std_dev<Rvp32s, Rvp32s, Rvp32s, tilted>(pSrc, srcStep, pSqr, sqrStep, pDst,     \
-                                                        dstStep, roiSize, rect, scaleFactor);   \
+#define RVP_STDDEV_EXPORTS(name, tilted)                                                           \
+  RvpStatus rvpi##name##_32f_C1R(const Rvp32f* pSrc, int srcStep, const Rvp64f* pSqr, int sqrStep, \
+                                 Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiRect rect) {     \
+    return rect_std_dev<Rvp32f, Rvp64f, Rvp32f, tilted>(pSrc, srcStep, pSqr, sqrStep, pDst,        \
+                                                        dstStep, roiSize, rect, 0);                \
+  }                                                                                                \
+  RvpStatus rvpi##name##_32s32f_C1R(const Rvp32s* pSrc, int srcStep, const Rvp64f* pSqr,           \
+                                    int sqrStep, Rvp32f* pDst, int dstStep, RvpiSize roiSize,      \
+                                    RvpiRect rect) {                                               \
+    return rect_std_dev<Rvp32s, Rvp64f, Rvp32f, tilted>(pSrc, srcStep, pSqr, sqrStep, pDst,        \
+                                                        dstStep, roiSize, rect, 0);                \
+  }                                                                                                \
+  RvpStatus rvpi##name##_32s_C1RSfs(const Rvp32s* pSrc, int srcStep, const Rvp32s* pSqr,           \
+                                    int sqrStep, Rvp32s* pDst, int dstStep, RvpiSize roiSize,      \
+                                    RvpiRect rect, int scaleFactor) {                              \
+    return rect_std_dev<Rvp32s, Rvp32s, Rvp32s, tilted>(pSrc, srcStep, pSqr, sqrStep, pDst,        \
+                                                        dstStep, roiSize, rect, scaleFactor);      \
   }
 RVP_STDDEV_EXPORTS(RectStdDev, false)
 RVP_STDDEV_EXPORTS(TiltedRectStdDev, true)

@@ -34,9 +34,7 @@ bool leading_minus_one(V w) {
 
 template <class V>
 HaarFeature<V> upright_corners(const RvpiRect& r, V weight) {
-  return {r.x + r.width, r.y + r.height, r.x,           r.y + r.height,
-          r.x + r.width, r.y,            r.x,           r.y,
-          weight};
+  return {r.x + r.width, r.y + r.height, r.x, r.y + r.height, r.x + r.width, r.y, r.x, r.y, weight};
 }
 
 template <class V>
@@ -158,8 +156,9 @@ RvpStatus haar_init(S** ppState, const RvpiRect* pFeature, const V* pWeight, con
     if (pass == 2 && n2 + n3 == length) break;
     int64_t at = 0;
     for (int i = 0; i < length; at += pNum[i], ++i) {
-      const bool take = pass == 0 ? pNum[i] == 2 : pass == 1 ? pNum[i] == 3
-                                                             : (pNum[i] != 2 && pNum[i] != 3);
+      const bool take = pass == 0   ? pNum[i] == 2
+                        : pass == 1 ? pNum[i] == 3
+                                    : (pNum[i] != 2 && pNum[i] != 3);
       if (!take) continue;
       store(i, at);
       n2 += pass == 0;
@@ -189,9 +188,8 @@ RvpStatus haar_init(S** ppState, const RvpiRect* pFeature, const V* pWeight, con
 }
 
 template <class S, class V>
-RvpStatus tilted_init(S** ppState, const RvpiRect* pFeature, const V* pWeight,
-                      const V* pThreshold, const V* pVal1, const V* pVal2, const int* pNum,
-                      int length) {
+RvpStatus tilted_init(S** ppState, const RvpiRect* pFeature, const V* pWeight, const V* pThreshold,
+                      const V* pVal1, const V* pVal2, const int* pNum, int length) {
   int64_t m = 0;
   if (auto st = check_init(ppState, pFeature, pWeight, pThreshold, pVal1, pVal2, pNum, length, &m))
     return st;
@@ -300,9 +298,10 @@ inline int32_t stage_sum_i(const Rvp32s* win, int32_t norm, const HaarHeader<Rvp
   for (int i = 0; i < h.count; ++i, ++c) {
     uint32_t s = 0;
     for (int k = 0; k < c->rect_count; ++k, ++offs)
-      s += static_cast<uint32_t>(rect_sum_i(win, *offs)) * static_cast<uint32_t>(c->first[k].weight);
-    const int32_t scaled = static_cast<int32_t>(static_cast<uint32_t>(c->threshold) *
-                                                static_cast<uint32_t>(norm));
+      s +=
+          static_cast<uint32_t>(rect_sum_i(win, *offs)) * static_cast<uint32_t>(c->first[k].weight);
+    const int32_t scaled =
+        static_cast<int32_t>(static_cast<uint32_t>(c->threshold) * static_cast<uint32_t>(norm));
     t += static_cast<uint32_t>(static_cast<int32_t>(s) < scaled ? c->left : c->right);
   }
   return static_cast<int32_t>(t);
@@ -318,8 +317,8 @@ RvpStatus apply(const TableOf<F>* pSrc, int srcStep, const ValueOf<F>* pNorm, in
       pState == nullptr)
     return rvpStsNullPtrErr;
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<T>(srcStep, roi), image<V>(normStep, roi),
-                             mask_image(maskStep, roi)}))
+  if (auto st =
+          check_steps({image<T>(srcStep, roi), image<V>(normStep, roi), mask_image(maskStep, roi)}))
     return st;
   const auto& h = *reinterpret_cast<const HaarHeader<V>*>(pState);
   CornerOffsets* offs = nullptr;
@@ -349,15 +348,22 @@ RvpStatus apply(const TableOf<F>* pSrc, int srcStep, const ValueOf<F>* pNorm, in
           for (int j = 0; j < 8; ++j) {
             if (mask[u + j] == 0) continue;
             const float t = ref::stage_sum_f(src_row + u + j, norm[u + j], h, offs);
-            if (t < threshold) mask[u + j] = 0; else ++positive;
+            if (t < threshold)
+              mask[u + j] = 0;
+            else
+              ++positive;
           }
           continue;
         }
         const __m256 t = avx2::stage_sum8_f(src_row + u, _mm256_loadu_ps(norm + u), h, offs);
-        const int below = _mm256_movemask_ps(_mm256_cmp_ps(t, _mm256_set1_ps(threshold), _CMP_LT_OQ));
+        const int below =
+            _mm256_movemask_ps(_mm256_cmp_ps(t, _mm256_set1_ps(threshold), _CMP_LT_OQ));
         for (int j = 0; j < 8; ++j) {
           if (mask[u + j] == 0) continue;
-          if (below >> j & 1) mask[u + j] = 0; else ++positive;
+          if (below >> j & 1)
+            mask[u + j] = 0;
+          else
+            ++positive;
         }
       }
     }
@@ -368,7 +374,10 @@ RvpStatus apply(const TableOf<F>* pSrc, int srcStep, const ValueOf<F>* pNorm, in
         reject = stage_sum_i(src_row + u, norm[u], h, offs) < threshold;
       else
         reject = ref::stage_sum_f(src_row + u, norm[u], h, offs) < threshold;
-      if (reject) mask[u] = 0; else ++positive;
+      if (reject)
+        mask[u] = 0;
+      else
+        ++positive;
     }
   }
   rvpFree(offs);
@@ -418,8 +427,8 @@ RvpStatus apply_mixed(const TableOf<F>* pSrc, int srcStep, const TableOf<F>* pTi
             s += int64_t{rect_sum_i(base, offsets_of(c->first[k], elems))} * c->first[k].weight;
           const int64_t shifted =
               shift >= 64 ? 0 : static_cast<int64_t>(static_cast<uint64_t>(s) << shift);
-          ti += static_cast<uint32_t>(shifted < int64_t{c->threshold} * norm[u] ? c->left
-                                                                                 : c->right);
+          ti +=
+              static_cast<uint32_t>(shifted < int64_t{c->threshold} * norm[u] ? c->left : c->right);
         } else {
           float s = 0.0f;
           for (int k = 0; k < c->rect_count; ++k)
@@ -432,7 +441,10 @@ RvpStatus apply_mixed(const TableOf<F>* pSrc, int srcStep, const TableOf<F>* pTi
         reject = static_cast<int32_t>(ti) < threshold;
       else
         reject = t < threshold;
-      if (reject) mask[u] = 0; else ++positive;
+      if (reject)
+        mask[u] = 0;
+      else
+        ++positive;
     }
   }
   *pPositive = positive;
@@ -461,16 +473,14 @@ RvpStatus rvpiHaarClassifierInitAlloc_32s(RvpiHaarClassifier_32s** ppState,
 RvpStatus rvpiTiltedHaarClassifierInitAlloc_32f(RvpiHaarClassifier_32f** ppState,
                                                 const RvpiRect* pFeature, const Rvp32f* pWeight,
                                                 const Rvp32f* pThreshold, const Rvp32f* pVal1,
-                                                const Rvp32f* pVal2, const int* pNum,
-                                                int length) {
+                                                const Rvp32f* pVal2, const int* pNum, int length) {
   return rvp::detect::tilted_init(ppState, pFeature, pWeight, pThreshold, pVal1, pVal2, pNum,
                                   length);
 }
 RvpStatus rvpiTiltedHaarClassifierInitAlloc_32s(RvpiHaarClassifier_32s** ppState,
                                                 const RvpiRect* pFeature, const Rvp32s* pWeight,
                                                 const Rvp32s* pThreshold, const Rvp32s* pVal1,
-                                                const Rvp32s* pVal2, const int* pNum,
-                                                int length) {
+                                                const Rvp32s* pVal2, const int* pNum, int length) {
   return rvp::detect::tilted_init(ppState, pFeature, pWeight, pThreshold, pVal1, pVal2, pNum,
                                   length);
 }
@@ -502,28 +512,29 @@ RvpStatus rvpiApplyHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep, const
                                           int normStep, Rvp8u* pMask, int maskStep,
                                           RvpiSize roiSize, int* pPositive, Rvp32f threshold,
                                           const RvpiHaarClassifier_32f* pState) {
-  return rvp::detect::apply<Flavour::F32>(pSrc, srcStep, pNorm, normStep, pMask, maskStep,
-                                          roiSize, pPositive, threshold, pState);
+  return rvp::detect::apply<Flavour::F32>(pSrc, srcStep, pNorm, normStep, pMask, maskStep, roiSize,
+                                          pPositive, threshold, pState);
 }
 RvpStatus rvpiApplyHaarClassifier_32s32f_C1R(const Rvp32s* pSrc, int srcStep, const Rvp32f* pNorm,
                                              int normStep, Rvp8u* pMask, int maskStep,
                                              RvpiSize roiSize, int* pPositive, Rvp32f threshold,
                                              const RvpiHaarClassifier_32f* pState) {
-  return rvp::detect::apply<Flavour::S32F>(pSrc, srcStep, pNorm, normStep, pMask, maskStep,
-                                           roiSize, pPositive, threshold, pState);
+  return rvp::detect::apply<Flavour::S32F>(pSrc, srcStep, pNorm, normStep, pMask, maskStep, roiSize,
+                                           pPositive, threshold, pState);
 }
 RvpStatus rvpiApplyHaarClassifier_32s_C1RSfs(const Rvp32s* pSrc, int srcStep, const Rvp32s* pNorm,
                                              int normStep, Rvp8u* pMask, int maskStep,
                                              RvpiSize roiSize, int* pPositive, Rvp32s threshold,
-                                             const RvpiHaarClassifier_32s* pState, int scaleFactor) {
-  return rvp::detect::apply<Flavour::S32>(pSrc, srcStep, pNorm, normStep, pMask, maskStep,
-                                          roiSize, pPositive, threshold, pState);
+                                             const RvpiHaarClassifier_32s* pState,
+                                             int scaleFactor) {
+  return rvp::detect::apply<Flavour::S32>(pSrc, srcStep, pNorm, normStep, pMask, maskStep, roiSize,
+                                          pPositive, threshold, pState);
 }
-RvpStatus rvpiApplyMixedHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep,
-                                               const Rvp32f* pTilt, int tiltStep,
-                                               const Rvp32f* pNorm, int normStep, Rvp8u* pMask,
-                                               int maskStep, RvpiSize roiSize, int* pPositive,
-                                               Rvp32f threshold, const RvpiHaarClassifier_32f* pState) {
+RvpStatus rvpiApplyMixedHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep, const Rvp32f* pTilt,
+                                               int tiltStep, const Rvp32f* pNorm, int normStep,
+                                               Rvp8u* pMask, int maskStep, RvpiSize roiSize,
+                                               int* pPositive, Rvp32f threshold,
+                                               const RvpiHaarClassifier_32f* pState) {
   return rvp::detect::apply_mixed<Flavour::F32>(pSrc, srcStep, pTilt, tiltStep, pNorm, normStep,
                                                 pMask, maskStep, roiSize, pPositive, threshold,
                                                 pState, 0);
@@ -538,12 +549,10 @@ RvpStatus rvpiApplyMixedHaarClassifier_32s32f_C1R(const Rvp32s* pSrc, int srcSte
                                                  pMask, maskStep, roiSize, pPositive, threshold,
                                                  pState, 0);
 }
-RvpStatus rvpiApplyMixedHaarClassifier_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
-                                                  const Rvp32s* pTilt, int tiltStep,
-                                                  const Rvp32s* pNorm, int normStep, Rvp8u* pMask,
-                                                  int maskStep, RvpiSize roiSize, int* pPositive,
-                                                  Rvp32s threshold, const RvpiHaarClassifier_32s* pState,
-                                                  int scaleFactor) {
+RvpStatus rvpiApplyMixedHaarClassifier_32s_C1RSfs(
+    const Rvp32s* pSrc, int srcStep, const Rvp32s* pTilt, int tiltStep, const Rvp32s* pNorm,
+    int normStep, Rvp8u* pMask, int maskStep, RvpiSize roiSize, int* pPositive, Rvp32s threshold,
+    const RvpiHaarClassifier_32s* pState, int scaleFactor) {
   return rvp::detect::apply_mixed<Flavour::S32>(pSrc, srcStep, pTilt, tiltStep, pNorm, normStep,
                                                 pMask, maskStep, roiSize, pPositive, threshold,
                                                 pState, scaleFactor);

@@ -27,8 +27,8 @@ struct HaarRecord {
   int32_t reserved;
   HaarFeature<V>* first;
   V threshold;
-  V left;   // vote when the feature sum is below the scaled threshold
-  V right;  // vote otherwise
+  V left;       // vote when the feature sum is below the scaled threshold
+  V right;      // vote otherwise
   int32_t tag;  // input index * 256, + 1 when tilted
 };
 
@@ -38,8 +38,8 @@ struct HaarHeader {
   int32_t rect_count;
   HaarRecord<V>* first;
   int32_t bound_x, bound_y, bound_width, bound_height;
-  int32_t tilted;       // bit 0: at least one classifier is tilted
-  int32_t counts[3];    // order by flavour (see the header file)
+  int32_t tilted;             // bit 0: at least one classifier is tilted
+  int32_t counts[3];          // order by flavour (see the header file)
   int32_t leading_minus_one;  // _32f only
   int32_t reserved;
 };
@@ -84,7 +84,8 @@ inline float stage_sum_f(const T* win, float norm, const HaarHeader<float>& h,
   const HaarRecord<float>* c = h.first;
   for (int i = 0; i < h.count; ++i, ++c) {
     float s = 0.0f;
-    for (int k = 0; k < c->rect_count; ++k, ++offs) s += rect_sum_f(win, *offs) * c->first[k].weight;
+    for (int k = 0; k < c->rect_count; ++k, ++offs)
+      s += rect_sum_f(win, *offs) * c->first[k].weight;
     t += s < c->threshold * norm ? c->left : c->right;
   }
   return t;
@@ -118,12 +119,12 @@ inline __m256 stage_sum8_f(const T* win, __m256 norm, const HaarHeader<float>& h
   for (int i = 0; i < h.count; ++i, ++c) {
     __m256 s = _mm256_setzero_ps();
     for (int k = 0; k < c->rect_count; ++k, ++offs)
-      s = _mm256_add_ps(s, _mm256_mul_ps(load_rect_sum(win, *offs),
-                                         _mm256_set1_ps(c->first[k].weight)));
-    const __m256 below = _mm256_cmp_ps(s, _mm256_mul_ps(_mm256_set1_ps(c->threshold), norm),
-                                       _CMP_LT_OQ);
-    t = _mm256_add_ps(
-        t, _mm256_blendv_ps(_mm256_set1_ps(c->right), _mm256_set1_ps(c->left), below));
+      s = _mm256_add_ps(
+          s, _mm256_mul_ps(load_rect_sum(win, *offs), _mm256_set1_ps(c->first[k].weight)));
+    const __m256 below =
+        _mm256_cmp_ps(s, _mm256_mul_ps(_mm256_set1_ps(c->threshold), norm), _CMP_LT_OQ);
+    t = _mm256_add_ps(t,
+                      _mm256_blendv_ps(_mm256_set1_ps(c->right), _mm256_set1_ps(c->left), below));
   }
   return t;
 }

@@ -50,15 +50,20 @@ TEST(Integral, UprightTablesEqualBruteForceSums) {
       TestImage<Rvp32f> f32b(w + 1, h + 1);
       TestImage<Rvp64f> q64b(w + 1, h + 1);
       const Rvp32s val = -7;
-      ASSERT_EQ(rvpiIntegral_8u32s_C1R(src.ptr(), src.step(), i32b.ptr(), i32b.step(), roi, val), 0);
+      ASSERT_EQ(rvpiIntegral_8u32s_C1R(src.ptr(), src.step(), i32b.ptr(), i32b.step(), roi, val),
+                0);
       ASSERT_EQ(rvpiSqrIntegral_8u32s_C1R(src.ptr(), src.step(), i32.ptr(), i32.step(), q32.ptr(),
-                                          q32.step(), roi, val, 5), 0);
-      ASSERT_EQ(rvpiIntegral_8u32f_C1R(src.ptr(), src.step(), f32b.ptr(), f32b.step(), roi, 3.0f), 0);
+                                          q32.step(), roi, val, 5),
+                0);
+      ASSERT_EQ(rvpiIntegral_8u32f_C1R(src.ptr(), src.step(), f32b.ptr(), f32b.step(), roi, 3.0f),
+                0);
       ASSERT_EQ(rvpiSqrIntegral_8u32f64f_C1R(src.ptr(), src.step(), f32.ptr(), f32.step(),
-                                             q64.ptr(), q64.step(), roi, 3.0f, 0.25), 0);
+                                             q64.ptr(), q64.step(), roi, 3.0f, 0.25),
+                0);
       TestImage<Rvp32s> i32c(w + 1, h + 1);
       ASSERT_EQ(rvpiSqrIntegral_8u32s64f_C1R(src.ptr(), src.step(), i32c.ptr(), i32c.step(),
-                                             q64b.ptr(), q64b.step(), roi, val, 0.5), 0);
+                                             q64b.ptr(), q64b.step(), roi, val, 0.5),
+                0);
       for (int y = 0; y <= h; ++y)
         for (int x = 0; x <= w; ++x) {
           auto in = [&](int px, int py) { return px < x && py < y; };
@@ -116,15 +121,20 @@ TEST(Integral, TiltedTablesEqualBruteForceCones) {
           t32c(w + 2, h + 2);
       TestImage<Rvp32f> t32f(w + 2, h + 2, 1, 0, 4), t32fb(w + 2, h + 2);
       TestImage<Rvp64f> q64(w + 2, h + 2), q64b(w + 2, h + 2);
-      ASSERT_EQ(rvpiTiltedIntegral_8u32s_C1R(src.ptr(), src.step(), t32.ptr(), t32.step(), roi, 9), 0);
-      ASSERT_EQ(rvpiTiltedIntegral_8u32f_C1R(src.ptr(), src.step(), t32f.ptr(), t32f.step(), roi, 1.5f), 0);
+      ASSERT_EQ(rvpiTiltedIntegral_8u32s_C1R(src.ptr(), src.step(), t32.ptr(), t32.step(), roi, 9),
+                0);
+      ASSERT_EQ(
+          rvpiTiltedIntegral_8u32f_C1R(src.ptr(), src.step(), t32f.ptr(), t32f.step(), roi, 1.5f),
+          0);
       ASSERT_EQ(rvpiTiltedSqrIntegral_8u32s_C1R(src.ptr(), src.step(), t32b.ptr(), t32b.step(),
-                                                q32.ptr(), q32.step(), roi, 0, -3), 0);
+                                                q32.ptr(), q32.step(), roi, 0, -3),
+                0);
       ASSERT_EQ(rvpiTiltedSqrIntegral_8u32s64f_C1R(src.ptr(), src.step(), t32c.ptr(), t32c.step(),
-                                                   q64.ptr(), q64.step(), roi, 0, 0.5), 0);
-      ASSERT_EQ(rvpiTiltedSqrIntegral_8u32f64f_C1R(src.ptr(), src.step(), t32fb.ptr(),
-                                                   t32fb.step(), q64b.ptr(), q64b.step(), roi,
-                                                   -1.0f, 2.0), 0);
+                                                   q64.ptr(), q64.step(), roi, 0, 0.5),
+                0);
+      ASSERT_EQ(rvpiTiltedSqrIntegral_8u32f64f_C1R(src.ptr(), src.step(), t32fb.ptr(), t32fb.step(),
+                                                   q64b.ptr(), q64b.step(), roi, -1.0f, 2.0),
+                0);
       for (int r = 0; r < h + 2; ++r)
         for (int x = 0; x < w + 2; ++x) {
           auto in = [&](int px, int py) { return in_cone(px, py, x, r); };
@@ -156,16 +166,20 @@ TEST(RectStdDev, UprightAndTiltedWindowsEqualBruteForce) {
   TestImage<Rvp32f> f32(W + 1, H + 1);
   TestImage<Rvp64f> q64(W + 1, H + 1);
   ASSERT_EQ(rvpiSqrIntegral_8u32s_C1R(src.ptr(), src.step(), i32.ptr(), i32.step(), q32.ptr(),
-                                      q32.step(), full, 0, 0), 0);
+                                      q32.step(), full, 0, 0),
+            0);
   ASSERT_EQ(rvpiSqrIntegral_8u32f64f_C1R(src.ptr(), src.step(), f32.ptr(), f32.step(), q64.ptr(),
-                                         q64.step(), full, 0, 0), 0);
+                                         q64.step(), full, 0, 0),
+            0);
   TestImage<Rvp32s> ti32(W + 2, H + 2), tq32(W + 2, H + 2);
   TestImage<Rvp32f> tf32(W + 2, H + 2);
   TestImage<Rvp64f> tq64(W + 2, H + 2);
   ASSERT_EQ(rvpiTiltedSqrIntegral_8u32s_C1R(src.ptr(), src.step(), ti32.ptr(), ti32.step(),
-                                            tq32.ptr(), tq32.step(), full, 0, 0), 0);
+                                            tq32.ptr(), tq32.step(), full, 0, 0),
+            0);
   ASSERT_EQ(rvpiTiltedSqrIntegral_8u32f64f_C1R(src.ptr(), src.step(), tf32.ptr(), tf32.step(),
-                                               tq64.ptr(), tq64.step(), full, 0, 0), 0);
+                                               tq64.ptr(), tq64.step(), full, 0, 0),
+            0);
 
   const RvpiRect rects[] = {{0, 0, 1, 1}, {1, 2, 3, 4}, {4, 1, 5, 3}, {3, 0, 2, 4}, {6, 3, 7, 6}};
   for (const RvpiRect& rc : rects)
@@ -181,18 +195,24 @@ TEST(RectStdDev, UprightAndTiltedWindowsEqualBruteForce) {
       const int sf = 2;
       if (tilted) {
         ASSERT_EQ(rvpiTiltedRectStdDev_32s32f_C1R(ti32.ptr(), ti32.step(), tq64.ptr(), tq64.step(),
-                                                  d1.ptr(), d1.step(), roi, rc), 0);
+                                                  d1.ptr(), d1.step(), roi, rc),
+                  0);
         ASSERT_EQ(rvpiTiltedRectStdDev_32f_C1R(tf32.ptr(), tf32.step(), tq64.ptr(), tq64.step(),
-                                               d2.ptr(), d2.step(), roi, rc), 0);
-        ASSERT_EQ(rvpiTiltedRectStdDev_32s_C1RSfs(ti32.ptr(), ti32.step(), tq32.ptr(),
-                                                  tq32.step(), d3.ptr(), d3.step(), roi, rc, -sf), 0);
+                                               d2.ptr(), d2.step(), roi, rc),
+                  0);
+        ASSERT_EQ(rvpiTiltedRectStdDev_32s_C1RSfs(ti32.ptr(), ti32.step(), tq32.ptr(), tq32.step(),
+                                                  d3.ptr(), d3.step(), roi, rc, -sf),
+                  0);
       } else {
-        ASSERT_EQ(rvpiRectStdDev_32s32f_C1R(i32.ptr(), i32.step(), q64.ptr(), q64.step(),
-                                            d1.ptr(), d1.step(), roi, rc), 0);
+        ASSERT_EQ(rvpiRectStdDev_32s32f_C1R(i32.ptr(), i32.step(), q64.ptr(), q64.step(), d1.ptr(),
+                                            d1.step(), roi, rc),
+                  0);
         ASSERT_EQ(rvpiRectStdDev_32f_C1R(f32.ptr(), f32.step(), q64.ptr(), q64.step(), d2.ptr(),
-                                         d2.step(), roi, rc), 0);
-        ASSERT_EQ(rvpiRectStdDev_32s_C1RSfs(i32.ptr(), i32.step(), q32.ptr(), q32.step(),
-                                            d3.ptr(), d3.step(), roi, rc, -sf), 0);
+                                         d2.step(), roi, rc),
+                  0);
+        ASSERT_EQ(rvpiRectStdDev_32s_C1RSfs(i32.ptr(), i32.step(), q32.ptr(), q32.step(), d3.ptr(),
+                                            d3.step(), roi, rc, -sf),
+                  0);
       }
       for (int j = 0; j < roi.height; ++j)
         for (int i = 0; i < roi.width; ++i) {
@@ -215,8 +235,8 @@ TEST(RectStdDev, UprightAndTiltedWindowsEqualBruteForce) {
           // The whole tilted window lies inside the image here, so it has exactly `area` pixels.
           ASSERT_EQ(double(n) / 2, area) << "tilted " << tilted;
           const float e = expected_dev(s1, s2, area);
-          ASSERT_EQ(d1.at(i, j), e) << "tilted " << tilted << " rect " << rc.x << "," << rc.y
-                                    << " pos " << i << "," << j;
+          ASSERT_EQ(d1.at(i, j), e)
+              << "tilted " << tilted << " rect " << rc.x << "," << rc.y << " pos " << i << "," << j;
           ASSERT_EQ(d2.at(i, j), e);
           ASSERT_EQ(d3.at(i, j), static_cast<Rvp32s>(std::nearbyint(double(e) * (1 << sf))));
         }
@@ -317,10 +337,10 @@ TEST(Integral, StatusCodesInOrderAndNothingWritten) {
       {rvpStsSizeErr, src, 4, 20, 40, {0, 3}},         // size before step
       {rvpStsSizeErr, src, 4, 20, 40, {4, 0}},
       {rvpStsStepErr, src, 3, 20, 40, roi},
-      {rvpStsStepErr, src, 4, 16, 40, roi},            // needs 4w + 4
-      {rvpStsStepErr, src, 4, 22, 32, roi},            // -14 of the squared table before -108
+      {rvpStsStepErr, src, 4, 16, 40, roi},  // needs 4w + 4
+      {rvpStsStepErr, src, 4, 22, 32, roi},  // -14 of the squared table before -108
       {rvpStsNotEvenStepErr, src, 4, 22, 40, roi},
-      {rvpStsNotEvenStepErr, src, 4, 20, 44, roi},     // squared 64f: multiple of 8
+      {rvpStsNotEvenStepErr, src, 4, 20, 44, roi},  // squared 64f: multiple of 8
       {rvpStsStepErr, src, -4, 20, 40, roi},
   };
   for (const Case& c : cases) {
@@ -329,16 +349,17 @@ TEST(Integral, StatusCodesInOrderAndNothingWritten) {
     EXPECT_EQ(q, q0);
   }
   EXPECT_EQ(rvpiSqrIntegral_8u32s_C1R(src, 4, d32, 20, nullptr, 20, roi, 0, 0), rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiIntegral_32f_C1R(reinterpret_cast<Rvp32f*>(src), 18, reinterpret_cast<Rvp32f*>(d32), 20, roi),
+  EXPECT_EQ(rvpiIntegral_32f_C1R(reinterpret_cast<Rvp32f*>(src), 18, reinterpret_cast<Rvp32f*>(d32),
+                                 20, roi),
             rvpStsNotEvenStepErr);
-  EXPECT_EQ(rvpiIntegral_32f_C1R(reinterpret_cast<Rvp32f*>(src), 12, reinterpret_cast<Rvp32f*>(d32), 20, roi),
+  EXPECT_EQ(rvpiIntegral_32f_C1R(reinterpret_cast<Rvp32f*>(src), 12, reinterpret_cast<Rvp32f*>(d32),
+                                 20, roi),
             rvpStsStepErr);
   // Tilted tables need (w + 2) elements per row.
   EXPECT_EQ(rvpiTiltedIntegral_8u32s_C1R(src, 4, d32, 20, roi, 0), rvpStsStepErr);
   EXPECT_EQ(rvpiTiltedIntegral_8u32f_C1R(src, 4, reinterpret_cast<Rvp32f*>(d32), 26, roi, 0),
             rvpStsNotEvenStepErr);
-  EXPECT_EQ(rvpiTiltedSqrIntegral_8u32s64f_C1R(src, 4, d32, 24, q64, 44, roi, 0, 0),
-            rvpStsStepErr);
+  EXPECT_EQ(rvpiTiltedSqrIntegral_8u32s64f_C1R(src, 4, d32, 24, q64, 44, roi, 0, 0), rvpStsStepErr);
   EXPECT_EQ(d, d0);
   EXPECT_EQ(q, q0);
   // A width whose row bytes overflow 32 bits is a step error, not a wrap.
@@ -382,14 +403,14 @@ TEST(RectStdDev, StatusCodesInOrderAndNothingWritten) {
   // Tilted: one more column, and the window may not reach left of the table.
   EXPECT_EQ(rvpiTiltedRectStdDev_32s32f_C1R(t.data(), 20, q.data(), 48, d.data(), 8, roi, ok),
             rvpStsStepErr);
-  EXPECT_EQ(rvpiTiltedRectStdDev_32s32f_C1R(t.data(), 24, q.data(), 48, d.data(), 8, roi,
-                                            {1, 1, 2, 3}),
-            rvpStsBadArgErr);
-  EXPECT_EQ(rvpiTiltedRectStdDev_32s32f_C1R(t.data(), 28, q.data(), 56, d.data(), 8, roi,
-                                            {2, 1, 2, 3}),
-            rvpStsNoErr);
-  EXPECT_EQ(rvpiRectStdDev_32s_C1RSfs(t.data(), 20, t.data(), 22, reinterpret_cast<Rvp32s*>(d.data()),
-                                      8, roi, ok, 0),
+  EXPECT_EQ(
+      rvpiTiltedRectStdDev_32s32f_C1R(t.data(), 24, q.data(), 48, d.data(), 8, roi, {1, 1, 2, 3}),
+      rvpStsBadArgErr);
+  EXPECT_EQ(
+      rvpiTiltedRectStdDev_32s32f_C1R(t.data(), 28, q.data(), 56, d.data(), 8, roi, {2, 1, 2, 3}),
+      rvpStsNoErr);
+  EXPECT_EQ(rvpiRectStdDev_32s_C1RSfs(t.data(), 20, t.data(), 22,
+                                      reinterpret_cast<Rvp32s*>(d.data()), 8, roi, ok, 0),
             rvpStsNotEvenStepErr);
 }
 
@@ -410,24 +431,30 @@ TEST(Integral, GuardedImagesStayInside) {
       GuardedImage<Rvp64f> q64(w + 1, h + 1, 1, 8 * (w + 1), g);
       GuardedImage<Rvp32f> f32(w + 1, h + 1, 1, 4 * (w + 1), g);
       ASSERT_EQ(rvpiSqrIntegral_8u32s64f_C1R(src.ptr(), src.step(), i32.ptr(), i32.step(),
-                                             q64.ptr(), q64.step(), roi, 0, 0), 0);
+                                             q64.ptr(), q64.step(), roi, 0, 0),
+                0);
       ASSERT_EQ(rvpiSqrIntegral_8u32f64f_C1R(src.ptr(), src.step(), f32.ptr(), f32.step(),
-                                             q64.ptr(), q64.step(), roi, 0, 0), 0);
+                                             q64.ptr(), q64.step(), roi, 0, 0),
+                0);
       GuardedImage<Rvp32s> q32(w + 1, h + 1, 1, 4 * (w + 1), g);
-      ASSERT_EQ(rvpiSqrIntegral_8u32s_C1R(src.ptr(), src.step(), i32.ptr(), i32.step(),
-                                          q32.ptr(), q32.step(), roi, 0, 0), 0);
+      ASSERT_EQ(rvpiSqrIntegral_8u32s_C1R(src.ptr(), src.step(), i32.ptr(), i32.step(), q32.ptr(),
+                                          q32.step(), roi, 0, 0),
+                0);
       GuardedImage<Rvp32s> t32(w + 2, h + 2, 1, 4 * (w + 2), g);
       GuardedImage<Rvp64f> tq(w + 2, h + 2, 1, 8 * (w + 2), g);
       ASSERT_EQ(rvpiTiltedSqrIntegral_8u32s64f_C1R(src.ptr(), src.step(), t32.ptr(), t32.step(),
-                                                   tq.ptr(), tq.step(), roi, 0, 0), 0);
+                                                   tq.ptr(), tq.step(), roi, 0, 0),
+                0);
       // Deviations over the whole table: windows 1x1 upright, and 1x1 tilted (reach +1).
       GuardedImage<Rvp32f> dev(w, h, 1, 4 * w, g);
-      ASSERT_EQ(rvpiRectStdDev_32s32f_C1R(i32.ptr(), i32.step(), q64.ptr(), q64.step(),
-                                          dev.ptr(), dev.step(), roi, {0, 0, 1, 1}), 0);
+      ASSERT_EQ(rvpiRectStdDev_32s32f_C1R(i32.ptr(), i32.step(), q64.ptr(), q64.step(), dev.ptr(),
+                                          dev.step(), roi, {0, 0, 1, 1}),
+                0);
       GuardedImage<Rvp32f> tdev(w, h - 1 > 0 ? h - 1 : 1, 1, 4 * w, g);
-      ASSERT_EQ(rvpiTiltedRectStdDev_32s32f_C1R(t32.ptr(), t32.step(), tq.ptr(), tq.step(),
-                                                tdev.ptr(), tdev.step(), {w, tdev.height()},
-                                                {0, 0, 1, 1}), 0);
+      ASSERT_EQ(
+          rvpiTiltedRectStdDev_32s32f_C1R(t32.ptr(), t32.step(), tq.ptr(), tq.step(), tdev.ptr(),
+                                          tdev.step(), {w, tdev.height()}, {0, 0, 1, 1}),
+          0);
       const Rvp32f* fsrc = f32.ptr();
       GuardedImage<Rvp32f> f2(w + 2, h + 2, 1, 4 * (w + 2), g);
       ASSERT_EQ(rvpiIntegral_32f_C1R(fsrc, f32.step(), f2.ptr(), f2.step(), {w + 1, h + 1}), 0);

@@ -2,6 +2,7 @@
 // window deviations) against cv::CascadeClassifier on photographs with faces: the raw windows
 // that survive every stage at one scale, and the grouped multi-scale detections.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
@@ -9,7 +10,6 @@
 #include <opencv2/objdetect.hpp>
 #include <set>
 #include <string>
-#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -46,7 +46,8 @@ class HaarVsOpenCV : public ::testing::TestWithParam<const char*> {
   void SetUp() override {
     path_ = kCascades + GetParam();
     if (!exists(path_)) GTEST_SKIP() << path_ << " missing: install opencv-data";
-    if (!exists(kExamples + "messi5.jpg")) GTEST_SKIP() << "photographs missing: install opencv-doc";
+    if (!exists(kExamples + "messi5.jpg"))
+      GTEST_SKIP() << "photographs missing: install opencv-doc";
     ASSERT_TRUE(rvpt::read_cascade(path_, cascade_));
     std::string err;
     ASSERT_TRUE(detector_.init(cascade_, &err)) << err;

@@ -47,14 +47,17 @@ TEST(IntegralVsOpenCV, SumAndSquaredTablesIdentical) {
     cv::integral(src, cv_sumf, cv_sqf, CV_32F, CV_64F);
 
     cv::Mat sum(ts, CV_32S), sq(ts, CV_64F), sumf(ts, CV_32F), sqf(ts, CV_64F), plain(ts, CV_32S);
-    ASSERT_EQ(rvpiSqrIntegral_8u32s64f_C1R(src.ptr<Rvp8u>(), int(src.step), sum.ptr<Rvp32s>(),
-                                           int(sum.step), sq.ptr<Rvp64f>(), int(sq.step), roi, 0,
-                                           0.0), 0);
+    ASSERT_EQ(
+        rvpiSqrIntegral_8u32s64f_C1R(src.ptr<Rvp8u>(), int(src.step), sum.ptr<Rvp32s>(),
+                                     int(sum.step), sq.ptr<Rvp64f>(), int(sq.step), roi, 0, 0.0),
+        0);
     ASSERT_EQ(rvpiSqrIntegral_8u32f64f_C1R(src.ptr<Rvp8u>(), int(src.step), sumf.ptr<Rvp32f>(),
                                            int(sumf.step), sqf.ptr<Rvp64f>(), int(sqf.step), roi,
-                                           0.0f, 0.0), 0);
+                                           0.0f, 0.0),
+              0);
     ASSERT_EQ(rvpiIntegral_8u32s_C1R(src.ptr<Rvp8u>(), int(src.step), plain.ptr<Rvp32s>(),
-                                     int(plain.step), roi, 0), 0);
+                                     int(plain.step), roi, 0),
+              0);
     EXPECT_EQ(count_diff<int>(sum, cv_sum), 0) << src.size;
     EXPECT_EQ(count_diff<int>(plain, cv_sum), 0) << src.size;
     EXPECT_EQ(count_diff<double>(sq, cv_sq), 0) << src.size;
@@ -75,7 +78,8 @@ TEST(IntegralVsOpenCV, TiltedTableFollowsFromOpenCVTable) {
     cv::integral(src, cv_sum, cv_sq, cv_tilt, CV_32S, CV_64F);
     cv::Mat tilt(src.rows + 2, src.cols + 2, CV_32S);
     ASSERT_EQ(rvpiTiltedIntegral_8u32s_C1R(src.ptr<Rvp8u>(), int(src.step), tilt.ptr<Rvp32s>(),
-                                           int(tilt.step), roi, 0), 0);
+                                           int(tilt.step), roi, 0),
+              0);
     int64_t bad = 0;
     for (int r = 1; r < tilt.rows; ++r)
       for (int x = 0; x < src.cols; ++x) {

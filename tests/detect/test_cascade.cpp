@@ -36,10 +36,10 @@ TEST(CascadeResize, FollowsTheBilinearFormulaAndSameSizeCopies) {
 }
 
 TEST(CascadeGroup, ClustersNeedMoreThanMinNeighborsAndAverage) {
-  std::vector<RvpiRect> r = {{100, 100, 50, 50}, {102, 98, 52, 50}, {98, 102, 48, 52},
-                             {101, 101, 50, 50},  // a cluster of four
-                             {300, 40, 30, 30},   {302, 41, 30, 30},  // a cluster of two
-                             {10, 10, 20, 20}};                       // a loner
+  std::vector<RvpiRect> r = {{100, 100, 50, 50}, {102, 98, 52, 50},
+                             {98, 102, 48, 52},  {101, 101, 50, 50},   // a cluster of four
+                             {300, 40, 30, 30},  {302, 41, 30, 30},    // a cluster of two
+                             {10, 10, 20, 20}};                        // a loner
   EXPECT_EQ(rvpcv_app::group_rectangles(r, 0, 0.2).size(), r.size());  // ungrouped
   auto g = rvpcv_app::group_rectangles(r, 1, 0.2);
   ASSERT_EQ(g.size(), 2u);
@@ -143,7 +143,8 @@ TEST(CascadeDetector, TiltedFeaturesReadTheDocumentedRectangles) {
     for (int u = 0; u + 8 <= w; ++u) {
       double s1 = 0, s2 = 0;  // the flat-window rule on the inner 6 x 6
       for (int y = v + 1; y < v + 7; ++y)
-        for (int x = u + 1; x < u + 7; ++x) s1 += img[y * w + x], s2 += double(img[y * w + x]) * img[y * w + x];
+        for (int x = u + 1; x < u + 7; ++x)
+          s1 += img[y * w + x], s2 += double(img[y * w + x]) * img[y * w + x];
       const double sd = std::sqrt(s2 / 36 - (s1 / 36) * (s1 / 36));
       ASSERT_GT(std::fabs(sd - 10.0), 0.01);  // no borderline window in this image
       if (sd > 10.0 && rect_sum(u, v, weak.rects[0].rect) - rect_sum(u, v, weak.rects[1].rect) >= 0)

@@ -47,7 +47,8 @@ TEST(HaarState, LayoutRegroupsAndRecordsEverything) {
   Cascade c;
   RvpiHaarClassifier_32f* s = nullptr;
   ASSERT_EQ(rvpiHaarClassifierInitAlloc_32f(&s, c.rects.data(), c.weight.data(), c.thr.data(),
-                                            c.v1.data(), c.v2.data(), c.num.data(), 6), 0);
+                                            c.v1.data(), c.v2.data(), c.num.data(), 6),
+            0);
   const auto& h = header<Rvp32f>(s);
   const auto* base = reinterpret_cast<const uint8_t*>(s);
   EXPECT_EQ(h.count, 6);
@@ -74,8 +75,8 @@ TEST(HaarState, LayoutRegroupsAndRecordsEverything) {
     EXPECT_EQ(r.right, c.v2[i]);
     for (int j = 0; j < c.num[i]; ++j, ++feat) {
       const RvpiRect& q = c.rects[first_rect[i] + j];
-      const int want[8] = {q.x + q.width, q.y + q.height, q.x, q.y + q.height,
-                           q.x + q.width, q.y,            q.x, q.y};
+      const int want[8] = {
+          q.x + q.width, q.y + q.height, q.x, q.y + q.height, q.x + q.width, q.y, q.x, q.y};
       EXPECT_EQ(std::memcmp(feat, want, sizeof want), 0);
       EXPECT_EQ(feat->weight, c.weight[first_rect[i] + j]);
     }
@@ -95,7 +96,8 @@ TEST(HaarState, LayoutRegroupsAndRecordsEverything) {
   std::vector<Rvp32s> wi(15, -1), ti(6, 3), ai(6, 1), bi(6, 2);
   RvpiHaarClassifier_32s* si = nullptr;
   ASSERT_EQ(rvpiHaarClassifierInitAlloc_32s(&si, c.rects.data(), wi.data(), ti.data(), ai.data(),
-                                            bi.data(), c.num.data(), 6), 0);
+                                            bi.data(), c.num.data(), 6),
+            0);
   EXPECT_EQ(header<Rvp32s>(si).counts[0], 15);
   EXPECT_EQ(header<Rvp32s>(si).counts[1], 2);
   EXPECT_EQ(header<Rvp32s>(si).counts[2], 4);
@@ -144,8 +146,8 @@ TEST(HaarState, ConstructorChecks) {
   EXPECT_EQ(rvpiHaarClassifierInitAlloc_32f(&s, r, w, t, a, b, zero.data(), 6), rvpStsSizeErr);
   EXPECT_EQ(rvpiTiltedHaarClassifierInitAlloc_32f(&s, r, w, t, a, b, zero.data(), 6),
             rvpStsSizeErr);
-  for (RvpiRect bad : {RvpiRect{-1, 0, 1, 1}, RvpiRect{0, -1, 1, 1}, RvpiRect{0, 0, 0, 1},
-                       RvpiRect{0, 0, 1, 0}}) {
+  for (RvpiRect bad :
+       {RvpiRect{-1, 0, 1, 1}, RvpiRect{0, -1, 1, 1}, RvpiRect{0, 0, 0, 1}, RvpiRect{0, 0, 1, 0}}) {
     std::vector<RvpiRect> rr = c.rects;
     rr[7] = bad;
     EXPECT_EQ(rvpiHaarClassifierInitAlloc_32f(&s, rr.data(), w, t, a, b, n, 6), rvpStsBadArgErr);
@@ -153,7 +155,8 @@ TEST(HaarState, ConstructorChecks) {
     std::vector<Rvp32s> wi(15, 1), ti(6, 0);
     RvpiHaarClassifier_32s* si = reinterpret_cast<RvpiHaarClassifier_32s*>(&c);
     EXPECT_EQ(rvpiHaarClassifierInitAlloc_32s(&si, rr.data(), wi.data(), ti.data(), ti.data(),
-                                              ti.data(), n, 6), rvpStsBadArgErr);
+                                              ti.data(), n, 6),
+              rvpStsBadArgErr);
     EXPECT_EQ(si, nullptr);
   }
   // Tilted: also refuses a height above x + 1, and sets the pointer to null.
@@ -187,7 +190,8 @@ TEST(HaarState, TiltSelectedClassifiersOnce) {
   for (int flag : {0, 1}) {
     RvpiHaarClassifier_32f* s = nullptr;
     ASSERT_EQ(rvpiHaarClassifierInitAlloc_32f(&s, c.rects.data(), c.weight.data(), c.thr.data(),
-                                              c.v1.data(), c.v2.data(), c.num.data(), 6), 0);
+                                              c.v1.data(), c.v2.data(), c.num.data(), 6),
+              0);
     const Rvp8u none[6] = {};
     ASSERT_EQ(rvpiTiltHaarFeatures_32f(none, flag, s), 0);
     EXPECT_EQ(header<Rvp32f>(s).tilted, 0);
@@ -216,7 +220,10 @@ struct Tables {
   TestImage<Rvp32s> sum, tilt;
   TestImage<Rvp32f> sumf, tiltf;
   Tables(int w, int h, std::mt19937& rng)
-      : img(w, h), sum(w + 1, h + 1, 1, 8), tilt(w + 2, h + 2, 1, 4), sumf(w + 1, h + 1),
+      : img(w, h),
+        sum(w + 1, h + 1, 1, 8),
+        tilt(w + 2, h + 2, 1, 4),
+        sumf(w + 1, h + 1),
         tiltf(w + 2, h + 2) {
     rvpt::fill_random(img, rng);
     rvpiIntegral_8u32s_C1R(img.ptr(), img.step(), sum.ptr(), sum.step(), img.size(), 0);
@@ -241,8 +248,10 @@ enum class Kind { Upright, Tilt1, Tilt0 };
 bool in_rect(Kind k, const RvpiRect& r, int px, int py) {
   const int u = px + py, v = py - px, x = r.x, y = r.y, w = r.width, h = r.height;
   switch (k) {
-    case Kind::Upright: return px >= x && px < x + w && py >= y && py < y + h;
-    case Kind::Tilt1: return u > x + y && u <= x + y + 2 * w && v >= y - x && v <= y - x + 2 * h - 1;
+    case Kind::Upright:
+      return px >= x && px < x + w && py >= y && py < y + h;
+    case Kind::Tilt1:
+      return u > x + y && u <= x + y + 2 * w && v >= y - x && v <= y - x + 2 * h - 1;
     case Kind::Tilt0:
       return u > x + y - h && u <= x + y + h && v >= y - x - 2 * w + h && v <= y - x + h - 1;
   }
@@ -281,10 +290,11 @@ TEST(HaarApply, RectangleSumsOfEveryKindAreExact) {
           if (flavour < 2) {
             const Rvp32f w = 1.0f, thr = 1.0f, a = 1.0f, b = 0.0f;
             RvpiHaarClassifier_32f* s = nullptr;
-            ASSERT_EQ(kind == Kind::Tilt1
-                          ? rvpiTiltedHaarClassifierInitAlloc_32f(&s, &rc, &w, &thr, &a, &b, &num, 1)
-                          : rvpiHaarClassifierInitAlloc_32f(&s, &rc, &w, &thr, &a, &b, &num, 1),
-                      0);
+            ASSERT_EQ(
+                kind == Kind::Tilt1
+                    ? rvpiTiltedHaarClassifierInitAlloc_32f(&s, &rc, &w, &thr, &a, &b, &num, 1)
+                    : rvpiHaarClassifierInitAlloc_32f(&s, &rc, &w, &thr, &a, &b, &num, 1),
+                0);
             const Rvp8u one = 1;
             if (kind == Kind::Tilt0) {
               ASSERT_EQ(rvpiTiltHaarFeatures_32f(&one, 0, s), 0);
@@ -303,16 +313,17 @@ TEST(HaarApply, RectangleSumsOfEveryKindAreExact) {
                   norm.step(), mask.ptr(), mask.step(), roi, &positive, 0.5f, s);
             else
               st = rvpiApplyMixedHaarClassifier_32s32f_C1R(
-                  t.sum.ptr(), t.sum.step(), t.tilt.ptr(), t.tilt.step(), norm.ptr(),
-                  norm.step(), mask.ptr(), mask.step(), roi, &positive, 0.5f, s);
+                  t.sum.ptr(), t.sum.step(), t.tilt.ptr(), t.tilt.step(), norm.ptr(), norm.step(),
+                  mask.ptr(), mask.step(), roi, &positive, 0.5f, s);
             rvpiHaarClassifierFree_32f(s);
           } else {
             const Rvp32s w = 1, thr = 1, a = 1, b = 0;
             RvpiHaarClassifier_32s* s = nullptr;
-            ASSERT_EQ(kind == Kind::Tilt1
-                          ? rvpiTiltedHaarClassifierInitAlloc_32s(&s, &rc, &w, &thr, &a, &b, &num, 1)
-                          : rvpiHaarClassifierInitAlloc_32s(&s, &rc, &w, &thr, &a, &b, &num, 1),
-                      0);
+            ASSERT_EQ(
+                kind == Kind::Tilt1
+                    ? rvpiTiltedHaarClassifierInitAlloc_32s(&s, &rc, &w, &thr, &a, &b, &num, 1)
+                    : rvpiHaarClassifierInitAlloc_32s(&s, &rc, &w, &thr, &a, &b, &num, 1),
+                0);
             const Rvp8u one = 1;
             if (kind == Kind::Tilt0) {
               ASSERT_EQ(rvpiTiltHaarFeatures_32s(&one, 0, s), 0);
@@ -323,8 +334,8 @@ TEST(HaarApply, RectangleSumsOfEveryKindAreExact) {
                                                       &positive, 1, s, 5);
             else
               st = rvpiApplyMixedHaarClassifier_32s_C1RSfs(
-                  t.sum.ptr(), t.sum.step(), t.tilt.ptr(), t.tilt.step(), normi.ptr(),
-                  normi.step(), mask.ptr(), mask.step(), roi, &positive, 1, s, 0);
+                  t.sum.ptr(), t.sum.step(), t.tilt.ptr(), t.tilt.step(), normi.ptr(), normi.step(),
+                  mask.ptr(), mask.step(), roi, &positive, 1, s, 0);
             rvpiHaarClassifierFree_32s(s);
           }
           ASSERT_EQ(st, 0);
@@ -332,15 +343,16 @@ TEST(HaarApply, RectangleSumsOfEveryKindAreExact) {
           for (int v = 0; v < roi.height; ++v)
             for (int u = 0; u < roi.width; ++u) {
               const Rvp8u want = side > 0 ? Rvp8u(1 + (u + v) % 200) : 0;
-              ASSERT_EQ(mask.at(u, v), want) << "kind " << int(kind) << " flavour " << flavour
-                                             << " at " << u << "," << v;
+              ASSERT_EQ(mask.at(u, v), want)
+                  << "kind " << int(kind) << " flavour " << flavour << " at " << u << "," << v;
               expect_pos += side > 0;
             }
           EXPECT_EQ(positive, expect_pos);
           // Padding bytes of the mask were not touched.
           for (int v = 0; v < roi.height; ++v)
             for (int p = 0; p < 3; ++p)
-              EXPECT_EQ(mask.bytes()[size_t(v) * mask.step() + roi.width + p], mask0[size_t(v) * mask.step() + roi.width + p]);
+              EXPECT_EQ(mask.bytes()[size_t(v) * mask.step() + roi.width + p],
+                        mask0[size_t(v) * mask.step() + roi.width + p]);
         }
       }
 }
@@ -361,13 +373,15 @@ TEST(HaarApply, VotesSumInStoredOrder) {
   Rvp8u mask = 1;
   int positive = -1;
   // Stage threshold 2: survives only with the input-order sum 4.
-  ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum, 8, &norm, 4, &mask, 1, {1, 1}, &positive,
-                                               2.0f, s), 0);
+  ASSERT_EQ(
+      rvpiApplyHaarClassifier_32s32f_C1R(sum, 8, &norm, 4, &mask, 1, {1, 1}, &positive, 2.0f, s),
+      0);
   EXPECT_EQ(mask, 0);
   EXPECT_EQ(positive, 0);
   mask = 1;
-  ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum, 8, &norm, 4, &mask, 1, {1, 1}, &positive,
-                                               0.0f, s), 0);
+  ASSERT_EQ(
+      rvpiApplyHaarClassifier_32s32f_C1R(sum, 8, &norm, 4, &mask, 1, {1, 1}, &positive, 0.0f, s),
+      0);
   EXPECT_EQ(mask, 1);  // 0 >= 0 survives, mask byte unchanged
   EXPECT_EQ(positive, 1);
   rvpiHaarClassifierFree_32f(s);
@@ -387,17 +401,20 @@ TEST(HaarApply, EmptyStageAndEmptyMask) {
   Rvp32f norm[16] = {};
   Rvp8u mask[16] = {0, 3, 0, 255, 1, 0, 9, 0, 0, 0, 0, 0, 0, 0, 0, 4};
   int positive = -1;
-  ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum, 16, norm, 16, mask, 4, {4, 4}, &positive,
-                                               -0.5f, s), 0);
+  ASSERT_EQ(
+      rvpiApplyHaarClassifier_32s32f_C1R(sum, 16, norm, 16, mask, 4, {4, 4}, &positive, -0.5f, s),
+      0);
   EXPECT_EQ(positive, 5);
   EXPECT_EQ(mask[3], 255);
-  ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum, 16, norm, 16, mask, 4, {4, 4}, &positive,
-                                               0.5f, s), 0);
+  ASSERT_EQ(
+      rvpiApplyHaarClassifier_32s32f_C1R(sum, 16, norm, 16, mask, 4, {4, 4}, &positive, 0.5f, s),
+      0);
   EXPECT_EQ(positive, 0);
   for (Rvp8u m : mask) EXPECT_EQ(m, 0);
   positive = -1;
   ASSERT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(sum, 16, sum, 16, norm, 16, mask, 4, {4, 4},
-                                                    &positive, -0.5f, s), 0);
+                                                    &positive, -0.5f, s),
+            0);
   EXPECT_EQ(positive, 0);
   rvpiHaarClassifierFree_32f(s);
 }
@@ -413,25 +430,30 @@ TEST(HaarApply, IntegerFlavoursWrapAndShift) {
   Rvp32s norm = 65536;  // 65536 * 65536 wraps to 0: 30 < 0 is false -> right vote -1
   Rvp8u mask = 1;
   int positive = -1;
-  ASSERT_EQ(rvpiApplyHaarClassifier_32s_C1RSfs(sum, 8, &norm, 4, &mask, 1, {1, 1}, &positive, 0,
-                                               s, 99), 0);
+  ASSERT_EQ(
+      rvpiApplyHaarClassifier_32s_C1RSfs(sum, 8, &norm, 4, &mask, 1, {1, 1}, &positive, 0, s, 99),
+      0);
   EXPECT_EQ(mask, 0);
   // Mixed _32s: 64-bit products, no wrap: 30 < 2^32 -> left vote 1.
   mask = 1;
   ASSERT_EQ(rvpiApplyMixedHaarClassifier_32s_C1RSfs(sum, 8, sum, 8, &norm, 4, &mask, 1, {1, 1},
-                                                    &positive, 0, s, 0), 0);
+                                                    &positive, 0, s, 0),
+            0);
   EXPECT_EQ(mask, 1);
   // Shift left by -scaleFactor, compared with threshold 65536 * norm 1.
   norm = 1;
   ASSERT_EQ(rvpiApplyMixedHaarClassifier_32s_C1RSfs(sum, 8, sum, 8, &norm, 4, &mask, 1, {1, 1},
-                                                    &positive, 0, s, -11), 0);
+                                                    &positive, 0, s, -11),
+            0);
   EXPECT_EQ(mask, 1);  // 30 << 11 = 61440 < 65536
   ASSERT_EQ(rvpiApplyMixedHaarClassifier_32s_C1RSfs(sum, 8, sum, 8, &norm, 4, &mask, 1, {1, 1},
-                                                    &positive, 0, s, -12), 0);
+                                                    &positive, 0, s, -12),
+            0);
   EXPECT_EQ(mask, 0);
   mask = 1;
   EXPECT_EQ(rvpiApplyMixedHaarClassifier_32s_C1RSfs(sum, 8, sum, 8, &norm, 4, &mask, 1, {1, 1},
-                                                    &positive, 0, s, 1), rvpStsBadArgErr);
+                                                    &positive, 0, s, 1),
+            rvpStsBadArgErr);
   rvpiHaarClassifierFree_32s(s);
 }
 
@@ -459,7 +481,8 @@ TEST(HaarApply, VectorBlocksMatchScalarReference) {
     }
     RvpiHaarClassifier_32f* s = nullptr;
     ASSERT_EQ(rvpiHaarClassifierInitAlloc_32f(&s, rects.data(), wt.data(), th.data(), a.data(),
-                                              b.data(), num.data(), count), 0);
+                                              b.data(), num.data(), count),
+              0);
     RvpiSize win;
     rvpiGetHaarClassifierSize_32f(s, &win);
     const RvpiSize roi{W + 1 - win.width, H + 1 - win.height};
@@ -486,23 +509,28 @@ TEST(HaarApply, VectorBlocksMatchScalarReference) {
         for (int u = 0; u < roi.width; ++u) {
           Rvp8u m = mask.at(u, v);
           if (m != 0) {
-            const float T =
-                float_table
-                    ? rvp::detect::ref::stage_sum_f(t.sumf.row(v) + u, norm.at(u, v), h, offs.data())
-                    : rvp::detect::ref::stage_sum_f(t.sum.row(v) + u, norm.at(u, v), h, offs.data());
-            if (T < stage) m = 0; else ++want_pos;
+            const float T = float_table ? rvp::detect::ref::stage_sum_f(
+                                              t.sumf.row(v) + u, norm.at(u, v), h, offs.data())
+                                        : rvp::detect::ref::stage_sum_f(
+                                              t.sum.row(v) + u, norm.at(u, v), h, offs.data());
+            if (T < stage)
+              m = 0;
+            else
+              ++want_pos;
           }
           want[v * roi.width + u] = m;
         }
       int positive = -1;
       if (float_table)
-        ASSERT_EQ(rvpiApplyHaarClassifier_32f_C1R(t.sumf.ptr(), t.sumf.step(), norm.ptr(),
-                                                  norm.step(), mask.ptr(), mask.step(), roi,
-                                                  &positive, stage, s), 0);
+        ASSERT_EQ(
+            rvpiApplyHaarClassifier_32f_C1R(t.sumf.ptr(), t.sumf.step(), norm.ptr(), norm.step(),
+                                            mask.ptr(), mask.step(), roi, &positive, stage, s),
+            0);
       else
-        ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(t.sum.ptr(), t.sum.step(), norm.ptr(),
-                                                     norm.step(), mask.ptr(), mask.step(), roi,
-                                                     &positive, stage, s), 0);
+        ASSERT_EQ(
+            rvpiApplyHaarClassifier_32s32f_C1R(t.sum.ptr(), t.sum.step(), norm.ptr(), norm.step(),
+                                               mask.ptr(), mask.step(), roi, &positive, stage, s),
+            0);
       EXPECT_EQ(positive, want_pos);
       for (int v = 0; v < roi.height; ++v)
         for (int u = 0; u < roi.width; ++u) ASSERT_EQ(mask.at(u, v), want[v * roi.width + u]);
@@ -528,22 +556,27 @@ TEST(HaarApply, ChecksInOrderAndNothingWritten) {
     int ss, ns, ms;
   };
   const Case cases[] = {
-      {rvpStsSizeErr, {0, 2}, 16, 16, 4},      {rvpStsStepErr, {4, 2}, 12, 16, 4},
-      {rvpStsStepErr, {4, 2}, 16, 12, 4},      {rvpStsStepErr, {4, 2}, 18, 16, 3},
+      {rvpStsSizeErr, {0, 2}, 16, 16, 4},        {rvpStsStepErr, {4, 2}, 12, 16, 4},
+      {rvpStsStepErr, {4, 2}, 16, 12, 4},        {rvpStsStepErr, {4, 2}, 18, 16, 3},
       {rvpStsNotEvenStepErr, {4, 2}, 18, 16, 4}, {rvpStsNotEvenStepErr, {4, 2}, 16, 17, 4},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum, c.ss, norm, c.ns, mask, c.ms, c.roi,
-                                                 &positive, 0, s), c.want);
-    EXPECT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(sum, c.ss, sum, c.ss, norm, c.ns, mask,
-                                                      c.ms, c.roi, &positive, 0, s), c.want);
+                                                 &positive, 0, s),
+              c.want);
+    EXPECT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(sum, c.ss, sum, c.ss, norm, c.ns, mask, c.ms,
+                                                      c.roi, &positive, 0, s),
+              c.want);
   }
-  EXPECT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum, 16, norm, 16, mask, 4, {0, 0}, &positive, 0,
-                                               nullptr), rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(sum, 16, nullptr, 16, norm, 16, mask, 4,
-                                                    {4, 2}, &positive, 0, s), rvpStsNullPtrErr);
+  EXPECT_EQ(
+      rvpiApplyHaarClassifier_32s32f_C1R(sum, 16, norm, 16, mask, 4, {0, 0}, &positive, 0, nullptr),
+      rvpStsNullPtrErr);
+  EXPECT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(sum, 16, nullptr, 16, norm, 16, mask, 4, {4, 2},
+                                                    &positive, 0, s),
+            rvpStsNullPtrErr);
   EXPECT_EQ(rvpiApplyHaarClassifier_32f_C1R(reinterpret_cast<Rvp32f*>(sum), 16, norm, 16, mask, 4,
-                                            {4, 2}, nullptr, 0, s), rvpStsNullPtrErr);
+                                            {4, 2}, nullptr, 0, s),
+            rvpStsNullPtrErr);
   EXPECT_EQ(positive, -7);
   for (Rvp8u m : mask) EXPECT_EQ(m, 1);
   rvpiHaarClassifierFree_32f(s);
@@ -581,12 +614,12 @@ TEST(HaarApply, GuardedImagesStayInside) {
         for (int u = 0; u < roi.width; ++u) norm.row(v)[u] = 100.0f, mask.row(v)[u] = 1;
       int positive = 0;
       ASSERT_EQ(rvpiApplyHaarClassifier_32s32f_C1R(sum.ptr(), sum.step(), norm.ptr(), norm.step(),
-                                                   mask.ptr(), mask.step(), roi, &positive, -5,
-                                                   up), 0);
-      ASSERT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(sum.ptr(), sum.step(), tilt.ptr(),
-                                                        tilt.step(), norm.ptr(), norm.step(),
-                                                        mask.ptr(), mask.step(), roi, &positive,
-                                                        -5, mixed), 0);
+                                                   mask.ptr(), mask.step(), roi, &positive, -5, up),
+                0);
+      ASSERT_EQ(rvpiApplyMixedHaarClassifier_32s32f_C1R(
+                    sum.ptr(), sum.step(), tilt.ptr(), tilt.step(), norm.ptr(), norm.step(),
+                    mask.ptr(), mask.step(), roi, &positive, -5, mixed),
+                0);
     }
   rvpiHaarClassifierFree_32f(up);
   rvpiHaarClassifierFree_32f(mixed);

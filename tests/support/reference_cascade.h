@@ -1,8 +1,9 @@
 // OpenCV's cascade detector, used as a black-box reference by the cross-checks and the
 // benchmark, and a cascade reader through OpenCV's file storage for the same programs (the tool
-// reads cascades with pugixml, which those programs do not link). The build links only OpenCV's core, imgproc, imgcodecs and video modules, so the
-// object-detection module is opened at run time and its four entry points are looked up by
-// their (Itanium C++ ABI) names: construction, destruction, load and detectMultiScale.
+// reads cascades with pugixml, which those programs do not link). The build links only OpenCV's
+// core, imgproc, imgcodecs and video modules, so the object-detection module is opened at run time
+// and its four entry points are looked up by their (Itanium C++ ABI) names: construction,
+// destruction, load and detectMultiScale.
 #pragma once
 
 #include <dlfcn.h>
@@ -58,7 +59,6 @@ inline bool read_cascade(const std::string& path, rvpcv_app::HaarCascade& c) {
   return !c.stages.empty();
 }
 
-
 class ReferenceCascade {
  public:
   ReferenceCascade() {
@@ -68,9 +68,11 @@ class ReferenceCascade {
     ctor_ = reinterpret_cast<Ctor>(dlsym(lib_, "_ZN2cv17CascadeClassifierC1Ev"));
     dtor_ = reinterpret_cast<Ctor>(dlsym(lib_, "_ZN2cv17CascadeClassifierD1Ev"));
     load_ = reinterpret_cast<Load>(dlsym(
-        lib_, "_ZN2cv17CascadeClassifier4loadERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"));
-    detect_ = reinterpret_cast<Detect>(dlsym(
-        lib_, "_ZN2cv17CascadeClassifier16detectMultiScaleERKNS_11_InputArrayERSt6vectorINS_"
+        lib_,
+        "_ZN2cv17CascadeClassifier4loadERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"));
+    detect_ = reinterpret_cast<Detect>(
+        dlsym(lib_,
+              "_ZN2cv17CascadeClassifier16detectMultiScaleERKNS_11_InputArrayERSt6vectorINS_"
               "5Rect_IiEESaIS6_EEdiiNS_5Size_IiEESB_"));
     if (ctor_ && dtor_ && load_ && detect_) {
       ctor_(obj());
