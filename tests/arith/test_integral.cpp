@@ -94,7 +94,11 @@ TEST(Integral, FloatSourceKeepsRunningRowSumOrder) {
         r += src.at(x - 1, y - 1);
         expect = r + dst.at(x, y - 1);
       }
-      ASSERT_TRUE(rvpt::same_bits(dst.at(x, y), expect)) << x << "," << y;
+      // A NaN's payload depends on operand order inside one addition, which is not specified.
+      if (std::isnan(expect))
+        ASSERT_TRUE(std::isnan(dst.at(x, y))) << x << "," << y;
+      else
+        ASSERT_TRUE(rvpt::same_bits(dst.at(x, y), expect)) << x << "," << y;
     }
   }
 }
