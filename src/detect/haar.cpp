@@ -143,7 +143,7 @@ RvpStatus haar_init(S** ppState, const RvpiRect* pFeature, const V* pWeight, con
     rec->threshold = pThreshold[i];
     rec->left = pVal1[i];
     rec->right = pVal2[i];
-    rec->tag = i * 256;
+    rec->tag = static_cast<int32_t>(static_cast<uint32_t>(i) * 256u);
     for (int k = 0; k < pNum[i]; ++k) {
       const RvpiRect& r = pFeature[at + k];
       bad = bad || bad_rect(r);
@@ -206,7 +206,7 @@ RvpStatus tilted_init(S** ppState, const RvpiRect* pFeature, const V* pWeight, c
     rec->threshold = pThreshold[i];
     rec->left = pVal1[i];
     rec->right = pVal2[i];
-    rec->tag = i * 256 + 1;
+    rec->tag = static_cast<int32_t>(static_cast<uint32_t>(i) * 256u + 1u);
     for (int k = 0; k < pNum[i]; ++k, ++at) {
       const RvpiRect& r = pFeature[at];
       bad = bad || bad_rect(r) || r.x + 1 < r.height;
