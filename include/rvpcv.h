@@ -271,6 +271,109 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  * Integral images and window deviations (src/arith/integral.cpp)
  * ========================================================================================== */
 /* section:integral (declarations follow this line) */
+/* Summed-area tables of one-channel images. roiSize is the source size (w, h).
+ *
+ * Integral and squared tables have (w + 1) columns and (h + 1) rows: element (x, y) is the start
+ * value plus the sum (of pixels, or of squared pixels) over source rows 0..y-1, columns 0..x-1.
+ * Row 0 and column 0 of every later row hold the start value (`val`, `valSqr`; 0 for the members
+ * without one). Steps: source >= w elements, tables >= (w + 1) elements and a multiple of their
+ * element size; -14 is tested for every image before -108.
+ *
+ * Arithmetic: 32s tables wrap modulo 2^32 silently. rvpiIntegral_32f_C1R keeps a running
+ * single-precision row sum, adding the pixels from left to right, and adds the element above
+ * (one rounding each). The 8u -> 32f tables form the row sum exactly in integers in blocks of
+ * 16 pixels (from column 0), add each block prefix converted to single precision to the
+ * single-precision carry of the earlier blocks (one rounding), then add the element above (one
+ * rounding); exact while row sums stay below 2^24. 64f squared tables add the exact integer row
+ * prefix of squares to the element above (one rounding). */
+RVPCV_API RvpStatus rvpiIntegral_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                         int dstStep, RvpiSize roiSize);
+RVPCV_API RvpStatus rvpiIntegral_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+                                           int dstStep, RvpiSize roiSize, Rvp32f val);
+RVPCV_API RvpStatus rvpiIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                           int dstStep, RvpiSize roiSize, Rvp32s val);
+RVPCV_API RvpStatus rvpiSqrIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                              int dstStep, Rvp32s* pSqr, int sqrStep,
+                                              RvpiSize roiSize, Rvp32s val, Rvp32s valSqr);
+RVPCV_API RvpStatus rvpiSqrIntegral_8u32s64f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                                 int dstStep, Rvp64f* pSqr, int sqrStep,
+                                                 RvpiSize roiSize, Rvp32s val, Rvp64f valSqr);
+RVPCV_API RvpStatus rvpiSqrIntegral_8u32f64f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+                                                 int dstStep, Rvp64f* pSqr, int sqrStep,
+                                                 RvpiSize roiSize, Rvp32f val, Rvp64f valSqr);
+
+/* Tilted (45-degree) tables: (w + 2) columns and (h + 2) rows; rows 0 and 1 hold only the start
+ * value. Row R >= 2 is fed by source row s = R - 2, and element (x, R) is the start value plus
+ * the sum over the source pixels (px, py) with py <= s and x-1-(s-py) <= px <= x+(s-py): a cone
+ * whose lowest row is the pixel pair x-1, x of row s, one pixel wider on each side per row up.
+ * Inside a row T[R][x] = S[x-1] + S[x] + T[R-1][x-1] + T[R-1][x+1] - T[R-2][x], and in column w
+ * the term S[w] is absent. Columns 0 and w+1 also hold exact cone sums:
+ * T[R][0] = S[0] + T[R-1][1] and T[R][w+1] = T[R-1][w]. 32s tables wrap; floating tables add in
+ * the order ((S[x-1] + S[x]) + T[R-1][x-1]) + T[R-1][x+1]) - T[R-2][x], the pixel pair (or its
+ * squares) being an exact integer. Steps: tables >= (w + 2) elements.
+ *
+ * With the table's element (1, 1) taken as image position (0, 0), the corners
+ * D = (x, y), B = (x - h, y + h), C = (x + w, y + w), A = (x + w - h, y + w + h) bound, as
+ * T(A) - T(B) - T(C) + T(D), the 45-degree rectangle of the 2·w·h pixels (px, py) with
+ * x + y < px + py <= x + y + 2w and y - x <= py - px <= y - x + 2h - 1: its top row is y + 1
+ * (pixels x and x + 1), its leftmost pixel x + 1 - h, its rightmost x + w. The tilted Haar
+ * classifiers read this layout. */
+RVPCV_API RvpStatus rvpiTiltedIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+                                                 int dstStep, RvpiSize roiSize, Rvp32s val);
+RVPCV_API RvpStatus rvpiTiltedIntegral_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+                                                 int dstStep, RvpiSize roiSize, Rvp32f val);
+RVPCV_API RvpStatus rvpiTiltedSqrIntegral_8u32s_C1R(const Rvp8u* pSrc, int srcStep,
+                                                    Rvp32s* pDst, int dstStep, Rvp32s* pSqr,
+                                                    int sqrStep, RvpiSize roiSize, Rvp32s val,
+                                                    Rvp32s valSqr);
+RVPCV_API RvpStatus rvpiTiltedSqrIntegral_8u32s64f_C1R(const Rvp8u* pSrc, int srcStep,
+                                                       Rvp32s* pDst, int dstStep, Rvp64f* pSqr,
+                                                       int sqrStep, RvpiSize roiSize,
+                                                       Rvp32s val, Rvp64f valSqr);
+RVPCV_API RvpStatus rvpiTiltedSqrIntegral_8u32f64f_C1R(const Rvp8u* pSrc, int srcStep,
+                                                       Rvp32f* pDst, int dstStep, Rvp64f* pSqr,
+                                                       int sqrStep, RvpiSize roiSize,
+                                                       Rvp32f val, Rvp64f valSqr);
+
+/* Window deviations: for each position (i, j) of roiSize, the standard deviation of the window
+ * rect moved by (i, j), from an integral table (pSrc) and a squared table (pSqr).
+ * Upright: the window's sums are T(A) - T(B) - T(C) + T(D) with A = (x+w, y+h), B = (x, y+h),
+ * C = (x+w, y), D = (x, y); area w·h. Tilted: the 45-degree rectangle of the tilted tables
+ * described above (corners read at table element (i + cx + 1, j + cy + 1)); area 2·w·h.
+ * Sums: 32s tables are differenced with 32-bit wrapping; the integral's difference is read as
+ * signed, a 32s squared table's as unsigned (squares are never negative; exact below 2^32);
+ * floating tables are differenced in double in the order ((A - B) - C) + D.
+ * Then, in double, inv = 1/area and var = S2·inv - (S1·inv)^2, rounded once to single; a
+ * negative variance becomes 0 before the single-precision square root (flat windows give 0,
+ * never NaN). The Sfs members store the deviation times 2^-scaleFactor (computed in double),
+ * rounded to nearest with ties to even and saturated to Rvp32s; any scaleFactor is accepted.
+ * Checks: null -8; size -6; srcStep < elem·(roi.width + rect.x + rect.width [+ 1 tilted]),
+ * dstStep < elem·roi.width or sqrStep likewise -14, then steps not a multiple of their element
+ * size -108; rect.x < 0, rect.y < 0, rect.width < 1 or rect.height < 1 -5, and for the tilted
+ * members also rect.x + 1 < rect.height -5 (the window would reach left of the table).
+ * Rows read: j + rect.y .. j + rect.y + rect.height upright, up to
+ * j + rect.y + rect.width + rect.height + 1 tilted; the caller provides them. */
+RVPCV_API RvpStatus rvpiRectStdDev_32f_C1R(const Rvp32f* pSrc, int srcStep, const Rvp64f* pSqr,
+                                           int sqrStep, Rvp32f* pDst, int dstStep,
+                                           RvpiSize roiSize, RvpiRect rect);
+RVPCV_API RvpStatus rvpiRectStdDev_32s32f_C1R(const Rvp32s* pSrc, int srcStep,
+                                              const Rvp64f* pSqr, int sqrStep, Rvp32f* pDst,
+                                              int dstStep, RvpiSize roiSize, RvpiRect rect);
+RVPCV_API RvpStatus rvpiRectStdDev_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
+                                              const Rvp32s* pSqr, int sqrStep, Rvp32s* pDst,
+                                              int dstStep, RvpiSize roiSize, RvpiRect rect,
+                                              int scaleFactor);
+RVPCV_API RvpStatus rvpiTiltedRectStdDev_32f_C1R(const Rvp32f* pSrc, int srcStep,
+                                                 const Rvp64f* pSqr, int sqrStep, Rvp32f* pDst,
+                                                 int dstStep, RvpiSize roiSize, RvpiRect rect);
+RVPCV_API RvpStatus rvpiTiltedRectStdDev_32s32f_C1R(const Rvp32s* pSrc, int srcStep,
+                                                    const Rvp64f* pSqr, int sqrStep,
+                                                    Rvp32f* pDst, int dstStep, RvpiSize roiSize,
+                                                    RvpiRect rect);
+RVPCV_API RvpStatus rvpiTiltedRectStdDev_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
+                                                    const Rvp32s* pSqr, int sqrStep,
+                                                    Rvp32s* pDst, int dstStep, RvpiSize roiSize,
+                                                    RvpiRect rect, int scaleFactor);
 
 
 /* ============================================================================================
@@ -430,6 +533,134 @@ RVPCV_API RvpStatus rvpiFastMarching_8u32f_C1R(const Rvp8u* pSrc, int srcStep, R
  * Haar cascade classifiers (src/detect/haar.cpp)
  * ========================================================================================== */
 /* section:haar (declarations follow this line) */
+/* One stage of a Haar cascade. The state is one block from rvpMalloc: a 56-byte header
+ * (classifier count; rectangle count; pointer to the first classifier record; bounding
+ * rectangle minX, minY, W, H; tilted flag word; three counts: _32f: two-rectangle classifiers,
+ * two- plus three-rectangle classifiers, rectangles; _32s: rectangles, two-rectangle, two- plus
+ * three-rectangle; _32f: 1 when every classifier's first weight truncates to -1 (also for an
+ * empty state), else 0; one reserved word), then 32-byte classifier records (rectangle count,
+ * pointer to its first feature record, threshold, left vote, right vote, tag = input index *
+ * 256, + 1 when tilted), then 36-byte feature records (corners A, B, C, D as x, y pairs, then
+ * the weight). Classifiers are stored regrouped: all with 2 rectangles, then all with 3, then
+ * the rest, each group in input order; summation (and so float rounding) follows that order.
+ * A window's rectangle sum is I(A) - I(B) - I(C) + I(D), corners read at the window origin plus
+ * (px, py). Upright corners of (x, y, w, h): A (x+w, y+h), B (x, y+h), C (x+w, y), D (x, y).
+ * Tilted (tilted constructor, or rvpiTiltHaarFeatures with flag != 0): A (x+w-h, y+w+h),
+ * B (x-h, y+h), C (x+w, y+w), D (x, y); with flag 0: A (x, y+h), B (x-h, y), C (x+w, y+h-w),
+ * D (x+w-h, y-w). Tilted corners read the tilted table of rvpiTiltedIntegral_* with its element
+ * (1, 1) as the window origin (the 45-degree rectangle described there).
+ *
+ * InitAlloc: any null pointer -8; length < 0 or any pNum[i] < 1 -6 (length 0 gives an empty
+ * state); _32f: a rectangle with x < 0, y < 0, width < 1 or height < 1 -5 before allocating
+ * (*ppState untouched); allocation failure (or a block over 2^31 - 1 bytes) -9; _32s: the same
+ * rectangle test after allocating: block freed, *ppState set to NULL, -5. The bounding
+ * rectangle starts from the first input rectangle; for each stored feature minX = min(minX,
+ * D.x), minY = min(minY, D.y), W = A.x if A.x > minX + W, H = A.y if A.y > minY + H; finally
+ * W -= minX, H -= minY (no apply function reads it).
+ * Tilted InitAlloc: same checks; input order; tags index * 256 + 1; tilted flag 1; group counts
+ * 0 with the rectangle count in the flavour's rectangle slot; bounding rectangle starts from
+ * (x0, y0, w0 - h0, w0 + h0); a rectangle with x < 0, y < 0, w < 1, h < 1 or x + 1 < h frees
+ * the block, sets *ppState to NULL and returns -5. */
+typedef struct RvpiHaarClassifier_32f RvpiHaarClassifier_32f;
+typedef struct RvpiHaarClassifier_32s RvpiHaarClassifier_32s;
+
+RVPCV_API RvpStatus rvpiHaarClassifierInitAlloc_32f(RvpiHaarClassifier_32f** ppState,
+                                                    const RvpiRect* pFeature,
+                                                    const Rvp32f* pWeight,
+                                                    const Rvp32f* pThreshold,
+                                                    const Rvp32f* pVal1, const Rvp32f* pVal2,
+                                                    const int* pNum, int length);
+RVPCV_API RvpStatus rvpiHaarClassifierInitAlloc_32s(RvpiHaarClassifier_32s** ppState,
+                                                    const RvpiRect* pFeature,
+                                                    const Rvp32s* pWeight,
+                                                    const Rvp32s* pThreshold,
+                                                    const Rvp32s* pVal1, const Rvp32s* pVal2,
+                                                    const int* pNum, int length);
+RVPCV_API RvpStatus rvpiTiltedHaarClassifierInitAlloc_32f(RvpiHaarClassifier_32f** ppState,
+                                                          const RvpiRect* pFeature,
+                                                          const Rvp32f* pWeight,
+                                                          const Rvp32f* pThreshold,
+                                                          const Rvp32f* pVal1,
+                                                          const Rvp32f* pVal2, const int* pNum,
+                                                          int length);
+RVPCV_API RvpStatus rvpiTiltedHaarClassifierInitAlloc_32s(RvpiHaarClassifier_32s** ppState,
+                                                          const RvpiRect* pFeature,
+                                                          const Rvp32s* pWeight,
+                                                          const Rvp32s* pThreshold,
+                                                          const Rvp32s* pVal1,
+                                                          const Rvp32s* pVal2, const int* pNum,
+                                                          int length);
+/* NULL -8; otherwise releases the block with rvpFree and returns 0. */
+RVPCV_API RvpStatus rvpiHaarClassifierFree_32f(RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiHaarClassifierFree_32s(RvpiHaarClassifier_32s* pState);
+/* Window size: (largest C.x, largest A.y) over all features, from 0; (0, 0) when empty. */
+RVPCV_API RvpStatus rvpiGetHaarClassifierSize_32f(const RvpiHaarClassifier_32f* pState,
+                                                  RvpiSize* pSize);
+RVPCV_API RvpStatus rvpiGetHaarClassifierSize_32s(const RvpiHaarClassifier_32s* pState,
+                                                  RvpiSize* pSize);
+/* pMask: one byte per classifier in input order, nonzero = make it tilted; flag selects the
+ * corner convention (see above). Null -8; tilted flag already set -5. For each selected input
+ * index i, in rising order, the first stored classifier whose tag >> 8 equals i gets tag 1
+ * exactly and its features' corners rewritten from their upright (x, y, A.x - D.x,
+ * A.y - D.y). The tilted flag is set when any mask byte was nonzero, so a second call with a
+ * nonzero mask fails with -5; an all-zero mask leaves the state as it was. */
+RVPCV_API RvpStatus rvpiTiltHaarFeatures_32f(const Rvp8u* pMask, int flag,
+                                             RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiTiltHaarFeatures_32s(const Rvp8u* pMask, int flag,
+                                             RvpiHaarClassifier_32s* pState);
+
+/* Apply one stage to every window position (u, v) of roiSize whose mask byte is nonzero: for
+ * each classifier in stored order, S = sum over its features (stored order) of rectangle sum *
+ * weight; vote = left if S < threshold_c * norm(u, v), else right; T = sum of votes in stored
+ * order; T < threshold clears the mask byte, otherwise the position survives with its mask byte
+ * unchanged (one rule for every column; a NaN T survives). *pPositive = survivors among the
+ * evaluated positions; zero mask bytes are neither evaluated nor counted.
+ * Arithmetic: _32f: float rectangle sums ((A - B) - C) + D, float products and sums, float
+ * threshold_c * norm. _32s32f: rectangle sums in wrapping int32, converted to float, then as
+ * _32f. _32s_C1RSfs: int32 wrapping rectangle sums, products, sums and threshold_c * norm;
+ * scaleFactor accepted and never read. Mixed _32s_C1RSfs: the feature sum is the 64-bit sum of
+ * int32 * int32 products shifted left by -scaleFactor (0 for shifts of 64 or more), compared
+ * with the 64-bit threshold_c * norm; votes summed in wrapping int32.
+ * Mixed members read tilted classifiers (tag bit 0) from pTilt at the window origin one row
+ * down and one element right, upright ones from pSrc. The non-mixed members ignore the tag and
+ * read every feature from pSrc through a per-call table of corner offsets from rvpMalloc.
+ * Checks: null pSrc, (pTilt), pNorm, pMask, pPositive, pState -8; size -6; srcStep, (tiltStep),
+ * normStep < 4 * width or maskStep < width -14; srcStep, (tiltStep), normStep not a multiple
+ * of 4 -108; mixed _32s scaleFactor > 0 -5; offset-table allocation -9. The tables must hold
+ * every corner of every window position: the caller sizes roiSize accordingly. */
+RVPCV_API RvpStatus rvpiApplyHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep,
+                                                    const Rvp32f* pNorm, int normStep,
+                                                    Rvp8u* pMask, int maskStep, RvpiSize roiSize,
+                                                    int* pPositive, Rvp32f threshold,
+                                                    const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyHaarClassifier_32s32f_C1R(const Rvp32s* pSrc, int srcStep,
+                                                       const Rvp32f* pNorm, int normStep,
+                                                       Rvp8u* pMask, int maskStep,
+                                                       RvpiSize roiSize, int* pPositive,
+                                                       Rvp32f threshold,
+                                                       const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyHaarClassifier_32s_C1RSfs(const Rvp32s* pSrc, int srcStep,
+                                                       const Rvp32s* pNorm, int normStep,
+                                                       Rvp8u* pMask, int maskStep,
+                                                       RvpiSize roiSize, int* pPositive,
+                                                       Rvp32s threshold,
+                                                       const RvpiHaarClassifier_32s* pState,
+                                                       int scaleFactor);
+RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32f_C1R(const Rvp32f* pSrc, int srcStep,
+                                                         const Rvp32f* pTilt, int tiltStep,
+                                                         const Rvp32f* pNorm, int normStep,
+                                                         Rvp8u* pMask, int maskStep,
+                                                         RvpiSize roiSize, int* pPositive,
+                                                         Rvp32f threshold,
+                                                         const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32s32f_C1R(
+    const Rvp32s* pSrc, int srcStep, const Rvp32s* pTilt, int tiltStep, const Rvp32f* pNorm,
+    int normStep, Rvp8u* pMask, int maskStep, RvpiSize roiSize, int* pPositive,
+    Rvp32f threshold, const RvpiHaarClassifier_32f* pState);
+RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32s_C1RSfs(
+    const Rvp32s* pSrc, int srcStep, const Rvp32s* pTilt, int tiltStep, const Rvp32s* pNorm,
+    int normStep, Rvp8u* pMask, int maskStep, RvpiSize roiSize, int* pPositive,
+    Rvp32s threshold, const RvpiHaarClassifier_32s* pState, int scaleFactor);
 
 
 /* ============================================================================================
