@@ -464,6 +464,63 @@ RVPCV_API RvpStatus rvpiFloodFill_Grad8Con_32f_C3IR(Rvp32f* pImage, int imageSte
  * Connected-component labelling and speckles (src/segment/labelling.cpp)
  * ========================================================================================== */
 /* section:labelling (declarations follow this line) */
+/* Buffer bytes of rvpiLabelMarkers_*: 6*width*height + 32 (computed in 64 bits, truncated to
+ * 32), the size of rvpiFloodFillGetSize. Null pBufferSize -> -8, width or height < 1 -> -6. */
+RVPCV_API RvpStatus rvpiLabelMarkersGetBufferSize_8u_C1R(RvpiSize roiSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiLabelMarkersGetBufferSize_16u_C1R(RvpiSize roiSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiLabelMarkersGetBufferSize_8u32s_C1R(RvpiSize roiSize, int* pBufferSize);
+/* Labels every 4-connected (norm 1) or 8-connected (norm 0) region of nonzero pixels. Regions
+ * are numbered in the raster order of their first pixel: the first gets minLabel, each next
+ * one the next label, wrapping from maxLabel back to minLabel (after a wrap separate regions
+ * share labels). Zero pixels stay 0. *pNumber receives the number of regions found, not capped
+ * at the number of distinct labels.
+ * The labels are exactly those of thresholding nonzero pixels to the marker (255, 65535, or
+ * 2147483647 in the 32s label image) and flood-filling each marker pixel met in a raster scan
+ * with the plain fill of matching connectivity and pBuffer; a fill whose pending spans would
+ * outgrow pBuffer ends early as the plain fill does (only for regions with more than
+ * width*height/4 + 1 horizontal runs), and the rest of its region is labelled as a new one.
+ * pBuffer: rvpiLabelMarkersGetBufferSize bytes, any alignment; it is overwritten.
+ * The 8u32s member writes the labels into pDst (0 where pSrc is 0) and leaves pSrc untouched.
+ * Checks (in place): null pMarker, pBuffer, pNumber -> -8; width or height < 1 -> -6;
+ * markerStep < width*elementSize -> -14; 16u markerStep odd -> -108; minLabel < 1, maxLabel at
+ * or above the marker, or minLabel > maxLabel -> -5; norm other than 0 or 1 -> -5.
+ * 8u32s: null pSrc, pDst, pNumber, pBuffer -> -8; size -> -6; srcStep < width or dstStep <
+ * 4*width -> -14; dstStep not a multiple of 4 -> -108; labels or norm as above -> -5. */
+RVPCV_API RvpStatus rvpiLabelMarkers_8u_C1IR(Rvp8u* pMarker, int markerStep, RvpiSize roiSize,
+    int minLabel, int maxLabel, int norm, int* pNumber, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiLabelMarkers_16u_C1IR(Rvp16u* pMarker, int markerStep, RvpiSize roiSize,
+    int minLabel, int maxLabel, int norm, int* pNumber, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiLabelMarkers_8u32s_C1R(const Rvp8u* pSrc, int srcStep, Rvp32s* pDst,
+    int dstStep, RvpiSize roiSize, int minLabel, int maxLabel, int norm, int* pNumber,
+    Rvp8u* pBuffer);
+/* Buffer bytes of rvpiMarkSpeckles_*: 13*width*height + 64. Checks: null pBufferSize -> -8;
+ * width or height < 1, or a size above INT_MAX -> -6; dataType not rvp8u, rvp16u, rvp16s or
+ * rvp32f -> -12; numChannels other than 1 -> -53. */
+RVPCV_API RvpStatus rvpiMarkSpecklesGetBufferSize(RvpiSize roiSize, RvpDataType dataType,
+    int numChannels, int* pBufferSize);
+/* Overwrites small regions ("speckles") with speckleVal, in place. A region is a 4-connected
+ * set of pixels not equal to speckleVal in which neighbours differ by at most maxPixDiff
+ * (|n - p| <= maxPixDiff, taken between the two neighbours, in 32-bit integers for 8u, 16u and
+ * 16s and in single precision for 32f). A region of at most maxSpeckleSize pixels is a
+ * speckle: all its pixels become speckleVal (so maxSpeckleSize <= 0 marks nothing). Pixels
+ * equal to speckleVal belong to no region and separate regions.
+ * 32f: equality and the difference test are IEEE comparisons, so a NaN pixel joins no
+ * neighbour (it is a one-pixel region of its own), a NaN maxPixDiff makes every pixel its own
+ * region, and a NaN speckleVal separates nothing; -0 and +0 are equal.
+ * norm must be 1 (the L1 neighbourhood). pBuffer: rvpiMarkSpecklesGetBufferSize bytes, any
+ * alignment (from the pointer aligned up to 64: a stack of width*height (x, y) pairs of
+ * Rvp32s, width*height 32-bit region labels, one flag byte per region); it is overwritten.
+ * Checks: null pImage, pBuffer -> -8; width or height < 1 (or a buffer size above INT_MAX) ->
+ * -6; imageStep < width*elementSize -> -14; 16-bit step odd, 32f step not a multiple of 4 ->
+ * -108; norm other than 1 -> rvpStsModeErr (-229). */
+RVPCV_API RvpStatus rvpiMarkSpeckles_8u_C1IR(Rvp8u* pImage, int imageStep, RvpiSize roiSize,
+    Rvp8u speckleVal, int maxSpeckleSize, Rvp8u maxPixDiff, int norm, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMarkSpeckles_16u_C1IR(Rvp16u* pImage, int imageStep, RvpiSize roiSize,
+    Rvp16u speckleVal, int maxSpeckleSize, Rvp16u maxPixDiff, int norm, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMarkSpeckles_16s_C1IR(Rvp16s* pImage, int imageStep, RvpiSize roiSize,
+    Rvp16s speckleVal, int maxSpeckleSize, Rvp16s maxPixDiff, int norm, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMarkSpeckles_32f_C1IR(Rvp32f* pImage, int imageStep, RvpiSize roiSize,
+    Rvp32f speckleVal, int maxSpeckleSize, Rvp32f maxPixDiff, int norm, Rvp8u* pBuffer);
 
 
 /* ============================================================================================

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "rvpcv.h"
+#include "support/guarded.h"
 
 namespace rvpt {
 
@@ -75,6 +76,13 @@ RvpStatus fill_c(FillRule r, bool c8, T* im, int st, RvpiSize roi, RvpiPoint s, 
                  const T* mn, const T* mx, RvpiConnectedComp* reg, Rvp8u* buf) {
   return FillApi<T, C>::fill(r, c8, im, st, roi, s, nv, mn, mx, reg, buf);
 }
+
+// A buffer of exactly `bytes` bytes at an odd address whose last byte touches a guard page.
+struct OddBuffer {
+  explicit OddBuffer(int bytes) : g(size_t(bytes) + 1, Guard::After) {}
+  Rvp8u* ptr() const { return g.data() + 1; }
+  GuardedBuffer g;
+};
 
 inline int fill_buffer_size(FillRule r, RvpiSize roi) {
   int n = 0;

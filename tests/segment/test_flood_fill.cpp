@@ -23,12 +23,7 @@ namespace {
 
 constexpr FillRule kRules[] = {FillRule::Plain, FillRule::Range, FillRule::Grad};
 
-// A buffer of exactly `bytes` bytes at an odd address whose last byte touches a guard page.
-struct OddBuffer {
-  explicit OddBuffer(int bytes) : g(size_t(bytes) + 1, rvpt::Guard::After) {}
-  Rvp8u* ptr() const { return g.data() + 1; }
-  rvpt::GuardedBuffer g;
-};
+using rvpt::OddBuffer;
 
 template <class T>
 T small_value(std::mt19937& rng, FillRule rule) {
@@ -465,7 +460,8 @@ void bad_arguments() {
   TestImage<T> im(w, h, C, 0, 0);
   std::mt19937 rng(3);
   for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w * C; ++x) im.set(x, y, T(rng() % 3));
+    for (int x = 0; x < w; ++x)
+      for (int c = 0; c < C; ++c) im.set(x, y, T(rng() % 3), c);
   std::vector<Rvp8u> buf(4096, 0x3C);
   const std::vector<Rvp8u> buf0 = buf;
   const T nv[3] = {T(7), T(7), T(7)}, d[3] = {T(1), T(1), T(1)};
