@@ -507,9 +507,10 @@ RVPCV_API RvpStatus rvpiMarkSpecklesGetBufferSize(RvpiSize roiSize, RvpDataType 
  * 32f: equality and the difference test are IEEE comparisons, so a NaN pixel joins no
  * neighbour (it is a one-pixel region of its own), a NaN maxPixDiff makes every pixel its own
  * region, and a NaN speckleVal separates nothing; -0 and +0 are equal.
+ * The result does not depend on the order in which regions are searched.
  * norm must be 1 (the L1 neighbourhood). pBuffer: rvpiMarkSpecklesGetBufferSize bytes, any
- * alignment (from the pointer aligned up to 64: a stack of width*height (x, y) pairs of
- * Rvp32s, width*height 32-bit region labels, one flag byte per region); it is overwritten.
+ * alignment, aligned up to 64 internally; it holds the per-pixel region bookkeeping and is
+ * overwritten.
  * Checks: null pImage, pBuffer -> -8; width or height < 1 (or a buffer size above INT_MAX) ->
  * -6; imageStep < width*elementSize -> -14; 16-bit step odd, 32f step not a multiple of 4 ->
  * -108; norm other than 1 -> rvpStsModeErr (-229). */

@@ -285,6 +285,21 @@ inline bool close_enough(T a, T b, T d) {
   }
 }
 
+// Union-find with the smaller pixel index as root: a region's root is its first pixel in
+// raster order.
+inline uint32_t find_pixel_root(uint32_t* parent, uint32_t x) {
+  while (parent[x] != x) {
+    parent[x] = parent[parent[x]];
+    x = parent[x];
+  }
+  return x;
+}
+
+// Regions are the 4-connected components of "neighbours differ by at most maxPixDiff and
+// neither equals speckleVal"; the relation is symmetric, so any traversal finds the same
+// regions. Three raster passes over a per-pixel union-find (instead of a pixel-by-pixel
+// search) keep every memory access sequential: join each pixel with its left and upper
+// neighbours, then resolve roots and count region sizes, then overwrite small regions.
 template <class T>
 RvpStatus mark_speckles(T* img, int step, RvpiSize roi, T speckle_val, int max_size, T max_diff,
                         int norm, Rvp8u* buf) {
@@ -297,55 +312,59 @@ RvpStatus mark_speckles(T* img, int step, RvpiSize roi, T speckle_val, int max_s
   const int w = roi.width, h = roi.height;
   const int64_t n = int64_t(w) * h;
   uint8_t* base = buf + ((-reinterpret_cast<uintptr_t>(buf)) & 63u);
-  int32_t* stack = reinterpret_cast<int32_t*>(base);              // (x, y) pairs
-  uint32_t* labels = reinterpret_cast<uint32_t*>(base + 8 * n);   // 0 = not visited
-  uint8_t* is_speckle = base + 12 * n;                            // indexed by label
-  std::memset(labels, 0, size_t(n) * 4);
-
+  uint32_t* size = reinterpret_cast<uint32_t*>(base);            // region sizes, by root
+  uint32_t* parent = reinterpret_cast<uint32_t*>(base + 8 * n);  // union-find, per pixel
   auto rowp = [&](int y) {
     return reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(img) + std::ptrdiff_t(step) * y);
   };
-  uint32_t label = 1;
+  auto joins = [&](T a, T b) { return !(b == speckle_val) && close_enough(a, b, max_diff); };
+
+  // Pass 1: union with the left and upper neighbours. Pixels equal to speckleVal are roots of
+  // their own and are never joined or counted.
+  for (int y = 0; y < h; ++y) {
+    const T* r = rowp(y);
+    const T* up = y > 0 ? rowp(y - 1) : nullptr;
+    uint32_t* pr = parent + int64_t(y) * w;
+    const uint32_t row0 = uint32_t(int64_t(y) * w);
+    for (int x = 0; x < w; ++x) {
+      const T v = r[x];
+      uint32_t me = row0 + uint32_t(x);
+      pr[x] = me;
+      if (v == speckle_val) continue;
+      if (up != nullptr && joins(v, up[x])) {
+        me = find_pixel_root(parent, me - uint32_t(w));
+        pr[x] = me;
+      }
+      if (x > 0 && joins(v, r[x - 1])) {
+        const uint32_t a = find_pixel_root(parent, row0 + uint32_t(x) - 1);
+        if (a < me) {
+          parent[me] = a;
+          pr[x] = a;
+        } else if (me < a) {
+          parent[a] = me;
+        }
+      }
+    }
+  }
+  // Pass 2: every pixel points straight at its root (parents precede children in raster
+  // order, so one forward sweep suffices); count sizes at the roots.
+  std::memset(size, 0, size_t(n) * 4);
+  for (int y = 0; y < h; ++y) {
+    const T* r = rowp(y);
+    uint32_t* pr = parent + int64_t(y) * w;
+    for (int x = 0; x < w; ++x) {
+      const uint32_t root = parent[pr[x]];
+      pr[x] = root;
+      if (!(r[x] == speckle_val)) ++size[root];
+    }
+  }
+  // Pass 3: overwrite the pixels of small regions.
+  if (max_size <= 0) return rvpStsNoErr;
   for (int y = 0; y < h; ++y) {
     T* r = rowp(y);
-    uint32_t* lr = labels + int64_t(y) * w;
-    for (int x = 0; x < w; ++x) {
-      if (r[x] == speckle_val) continue;
-      if (lr[x] != 0) {
-        if (is_speckle[lr[x]]) r[x] = speckle_val;
-        continue;
-      }
-      lr[x] = label;
-      int64_t top = 0, size = 1;
-      stack[0] = x;
-      stack[1] = y;
-      top = 1;
-      while (top > 0) {
-        --top;
-        const int px = stack[2 * top], py = stack[2 * top + 1];
-        const T* pr = rowp(py);
-        const T pv = pr[px];
-        uint32_t* pl = labels + int64_t(py) * w;
-        auto visit = [&](const T* nr, uint32_t* nl, int nx, int ny) {
-          if (nl[nx] != 0) return;
-          const T nvv = nr[nx];
-          if (nvv == speckle_val || !close_enough(nvv, pv, max_diff)) return;
-          nl[nx] = label;
-          stack[2 * top] = nx;
-          stack[2 * top + 1] = ny;
-          ++top;
-          ++size;
-        };
-        if (px + 1 < w) visit(pr, pl, px + 1, py);
-        if (px > 0) visit(pr, pl, px - 1, py);
-        if (py > 0) visit(rowp(py - 1), pl - w, px, py - 1);
-        if (py + 1 < h) visit(rowp(py + 1), pl + w, px, py + 1);
-      }
-      const bool small = size <= int64_t(max_size);
-      is_speckle[label] = small ? 1 : 0;
-      if (small) r[x] = speckle_val;
-      ++label;
-    }
+    const uint32_t* pr = parent + int64_t(y) * w;
+    for (int x = 0; x < w; ++x)
+      if (size[pr[x]] != 0 && size[pr[x]] <= uint32_t(max_size)) r[x] = speckle_val;
   }
   return rvpStsNoErr;
 }
