@@ -18,6 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <immintrin.h>
 #include <type_traits>
 
 #include "rvpcv.h"
@@ -133,6 +134,84 @@ struct RangeAccept {
   }
 };
 
+// Acceptance of 32 consecutive one-channel 8-bit pixels at once (bit i: pixel i accepted), for
+// the rules where it is cheap; other types test pixel by pixel. Both give the same spans.
+template <class Accept>
+struct Accept32 {
+  static constexpr bool kHas = false;
+};
+template <>
+struct Accept32<PlainAccept<Rvp8u, 1>> {
+  static constexpr bool kHas = true;
+  static uint32_t of(const PlainAccept<Rvp8u, 1>& a, const Rvp8u* p) {
+    const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+    return uint32_t(_mm256_movemask_epi8(_mm256_cmpeq_epi8(v, _mm256_set1_epi8(char(a.v[0])))));
+  }
+};
+template <>
+struct Accept32<RangeAccept<Rvp8u, 1>> {
+  static constexpr bool kHas = true;
+  static uint32_t of(const RangeAccept<Rvp8u, 1>& a, const Rvp8u* p) {
+    const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+    const __m256i above_lo = _mm256_cmpeq_epi8(_mm256_max_epu8(v, _mm256_set1_epi8(char(a.lo[0]))), v);
+    const __m256i below_hi = _mm256_cmpeq_epi8(_mm256_min_epu8(v, _mm256_set1_epi8(char(a.hi[0]))), v);
+    const __m256i is_nv = _mm256_cmpeq_epi8(v, _mm256_set1_epi8(char(a.nv[0])));
+    return uint32_t(_mm256_movemask_epi8(_mm256_andnot_si256(is_nv, _mm256_and_si256(above_lo, below_hi))));
+  }
+};
+
+// Run searches on one row for a value-tested rule, pixel by pixel or 32 pixels at a time.
+template <class T, int C, class Accept>
+struct RowSearch {
+  const Accept& ok;
+  int w;
+  using V = Accept32<Accept>;
+  // Last index of the run of acceptable pixels that continues to the right of x.
+  int right_end(const T* r, int x) const {
+    int i = x + 1;
+    if constexpr (V::kHas) {
+      for (; i + 32 <= w; i += 32) {
+        const uint32_t stop = ~V::of(ok, r + i);
+        if (stop) return i + __builtin_ctz(stop) - 1;
+      }
+    }
+    while (i < w && ok(r + i * C)) ++i;
+    return i - 1;
+  }
+  // First index of the run of acceptable pixels that continues to the left of x.
+  int left_end(const T* r, int x) const {
+    int i = x - 1;
+    if constexpr (V::kHas) {
+      for (; i - 31 >= 0; i -= 32) {
+        const uint32_t stop = ~V::of(ok, r + i - 31);
+        if (stop) return i - 31 + (31 - __builtin_clz(stop)) + 1;
+      }
+    }
+    while (i >= 0 && ok(r + i * C)) --i;
+    return i + 1;
+  }
+  // First acceptable index in [x, b], or a value above b.
+  int next(const T* r, int x, int b) const {
+    if constexpr (V::kHas) {
+      for (; x + 32 <= b + 1; x += 32) {
+        const uint32_t hit = V::of(ok, r + x);
+        if (hit) return x + __builtin_ctz(hit);
+      }
+    }
+    while (x <= b && !ok(r + x * C)) ++x;
+    return x;
+  }
+};
+
+template <class T, int C>
+inline void put_span(T* r, int l, int rt, const T* nv) {
+  if constexpr (C == 1 && sizeof(T) == 1) {
+    std::memset(r + l, int(nv[0]), size_t(rt - l + 1));
+  } else {
+    for (int x = l; x <= rt; ++x) put_pixel<T, C>(r + x * C, nv);
+  }
+}
+
 // The span fill over a value-tested rule. Fills from (sx, sy), which the caller has checked.
 template <class T, int C, class Accept>
 void value_fill(T* img, int step, int w, int h, int sx, int sy, bool conn8, const Accept& ok,
@@ -140,29 +219,24 @@ void value_fill(T* img, int step, int w, int h, int sx, int sy, bool conn8, cons
   auto rowp = [&](int y) {
     return reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(img) + std::ptrdiff_t(step) * y);
   };
-  // Fill the span through x on row r and return its ends.
-  auto grow = [&](T* r, int x, int& l, int& rt) {
-    put_pixel<T, C>(r + x * C, nv);
-    l = x;
-    while (l > 0 && ok(r + (l - 1) * C)) put_pixel<T, C>(r + (--l) * C, nv);
-    rt = x;
-    while (rt < w - 1 && ok(r + (rt + 1) * C)) put_pixel<T, C>(r + (++rt) * C, nv);
-  };
+  const RowSearch<T, C, Accept> rs{ok, w};
   // Scan row y over [a, b]; every span found is filled and pushed with the given parent/dir.
+  // The runs are found on the row before it is written: a span is a maximal run, so filling
+  // it afterwards changes nothing the searches could see.
   auto scan = [&](int y, int a, int b, int pl, int pr, int dir) {
     T* r = rowp(y);
-    for (int x = a; x <= b; ++x) {
-      if (!ok(r + x * C)) continue;
-      int l, rt;
-      grow(r, x, l, rt);
+    for (int x = rs.next(r, a, b); x <= b;) {
+      const int l = rs.left_end(r, x), rt = rs.right_end(r, x);
+      put_span<T, C>(r, l, rt, nv);
       fs.add(y, l, rt);
       st.push({y, l, rt, pl, pr, dir});
-      x = rt + 1;  // rt + 1 is not acceptable (or past the row): resume after it
+      x = rs.next(r, rt + 2, b);  // rt + 1 is not acceptable (or past the row)
     }
   };
 
-  int l, r;
-  grow(rowp(sy), sx, l, r);
+  T* seed_row = rowp(sy);
+  const int l = rs.left_end(seed_row, sx), r = rs.right_end(seed_row, sx);
+  put_span<T, C>(seed_row, l, r, nv);
   fs.add(sy, l, r);
   if (h == 1) return;
   st.push({sy, l, r, r + 1, r, sy == h - 1 ? -1 : 1});

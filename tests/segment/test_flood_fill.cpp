@@ -182,13 +182,13 @@ void run_and_compare(TestImage<T>& im, const Call<T, C>& k) {
 }
 
 template <class T, int C>
-void random_fills(int iterations, uint32_t seed) {
+void random_fills(int iterations, uint32_t seed, int max_w = 40) {
   std::mt19937 rng(seed);
   for (FillRule rule : kRules) {
     if (std::is_same_v<T, Rvp32s> && rule != FillRule::Plain) continue;
     for (bool conn8 : {false, true})
       for (int it = 0; it < iterations; ++it) {
-        const int w = std::uniform_int_distribution<int>(1, 40)(rng);
+        const int w = std::uniform_int_distribution<int>(1, max_w)(rng);
         const int h = std::uniform_int_distribution<int>(1, 30)(rng);
         const int pad = std::uniform_int_distribution<int>(0, 3)(rng) * int(sizeof(T));
         const int offset = std::uniform_int_distribution<int>(0, 7)(rng);
@@ -197,6 +197,15 @@ void random_fills(int iterations, uint32_t seed) {
           for (int x = 0; x < w; ++x)
             for (int c = 0; c < C; ++c)
               im.set(x, y, c == 0 || it % 3 ? small_value<T>(rng, rule) : T(1), c);
+        if (it % 2 == 0) {  // long runs of equal pixels, as in real images
+          for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w;) {
+              const int len = std::uniform_int_distribution<int>(1, 70)(rng);
+              const T v = small_value<T>(rng, rule);
+              for (int k = 0; k < len && x < w; ++k, ++x)
+                for (int c = 0; c < C; ++c) im.set(x, y, v, c);
+            }
+        }
         Call<T, C> k{rule, conn8, {0, 0}, {}, {}, {}};
         k.seed = {std::uniform_int_distribution<int>(0, w - 1)(rng),
                   std::uniform_int_distribution<int>(0, h - 1)(rng)};
@@ -215,6 +224,9 @@ TEST(FloodFill, RandomImagesMatchReference_8u) {
   random_fills<Rvp8u, 1>(150, 1);
   random_fills<Rvp8u, 3>(100, 2);
 }
+// Wide rows with long runs exercise the 32-pixel run searches of the one-channel 8-bit rules.
+TEST(FloodFill, RandomWideImagesMatchReference_8u) { random_fills<Rvp8u, 1>(120, 8, 200); }
+
 TEST(FloodFill, RandomImagesMatchReference_16u) {
   random_fills<Rvp16u, 1>(100, 3);
   random_fills<Rvp16u, 3>(80, 4);
