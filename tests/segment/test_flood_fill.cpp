@@ -580,3 +580,79 @@ TEST(FloodFill, GuardedImagesAndBuffers) {
 }
 
 }  // namespace
+
+namespace {
+
+// The 32-pixel run searches against plain pixel-by-pixel loops, for every start position on
+// random rows at odd addresses.
+template <class Accept>
+void row_search_matches_scalar(const Accept& ok, std::mt19937& rng) {
+  for (int it = 0; it < 60; ++it) {
+    const int w = 1 + int(rng() % 150);
+    std::vector<Rvp8u> store(size_t(w) + 1);
+    Rvp8u* r = store.data() + 1;
+    for (int x = 0; x < w;) {
+      const int len = 1 + int(rng() % 40);
+      const Rvp8u v = Rvp8u(rng() % 6);
+      for (int k = 0; k < len && x < w; ++k) r[x++] = v;
+    }
+    const rvp::seg::RowSearch<Rvp8u, 1, Accept> rs{ok, w};
+    for (int x = 0; x < w; ++x) {
+      int re = x;
+      while (re + 1 < w && ok(r + re + 1)) ++re;
+      int le = x;
+      while (le > 0 && ok(r + le - 1)) --le;
+      ASSERT_EQ(rs.right_end(r, x), re);
+      ASSERT_EQ(rs.left_end(r, x), le);
+      for (int b = x; b < w; b += 7) {
+        int nx = x;
+        while (nx <= b && !ok(r + nx)) ++nx;
+        ASSERT_EQ(std::min(rs.next(r, x, b), b + 1), nx);
+      }
+    }
+  }
+}
+
+TEST(FloodFill, RunSearchesMatchScalarLoops) {
+  std::mt19937 rng(12);
+  for (int v = 0; v < 6; ++v) {
+    row_search_matches_scalar(rvp::seg::PlainAccept<Rvp8u, 1>{{Rvp8u(v)}}, rng);
+    row_search_matches_scalar(
+        rvp::seg::RangeAccept<Rvp8u, 1>{{Rvp8u(v / 2)}, {Rvp8u(v / 2 + 2)}, {Rvp8u(v)}}, rng);
+  }
+}
+
+// A plain fill whose stack runs out stops like the range limit: what it filled is a connected
+// part of the region that contains the seed span, and the record describes exactly that part.
+TEST(FloodFill, PlainFillOutOfStackStopsCleanly) {
+  const int w = 33, h = 20;
+  for (bool conn8 : {false, true}) {
+    TestImage<Rvp8u> im(w, h);
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x) im.set(x, y, (y % 2 == 0 || x % 2 == 0) ? 1 : 0);  // comb
+    const TestImage<Rvp8u> before = im;
+    rvp::seg::SpanEntry entries[4];
+    rvp::seg::SpanStack st(entries, 4, 0);
+    rvp::seg::FillStats fs;
+    const rvp::seg::PlainAccept<Rvp8u, 1> ok{{1}};
+    const Rvp8u nv = 7;
+    rvp::seg::value_fill<Rvp8u, 1>(im.ptr(), im.step(), w, h, 0, 0, conn8, ok, &nv, st, fs);
+    ASSERT_TRUE(st.stopped());
+    std::vector<uint8_t> filled(size_t(w) * h, 0);
+    int64_t area = 0;
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x)
+        if (im.at(x, y) != before.at(x, y)) {
+          ASSERT_EQ(im.at(x, y), 7);
+          filled[size_t(y) * w + x] = 1;
+          ++area;
+        }
+    EXPECT_EQ(fs.area, area);
+    EXPECT_LT(area, int64_t(w) * h);
+    for (int x = 0; x < w; ++x) EXPECT_EQ(im.at(x, 0), 7);  // the seed row
+    const auto conn = rvpt::reach(w, h, 0, 0, conn8, [&](int, int b) { return filled[b] != 0; });
+    EXPECT_EQ(conn, filled);
+  }
+}
+
+}  // namespace
