@@ -52,10 +52,10 @@ void segment_demo(rvpcv_app::DemoContext& ctx) {
   RvpiConnectedComp reg{};
   const RvpStatus fs = rvpiFloodFill_Grad8Con_8u_C3IR(filled.row(0), filled.step(), roi, seed, nv,
                                                       d, d, &reg, grad_buf.data());
-  ctx.out() << "  gradient fill (+-3 per step) from (" << seed.x << "," << seed.y
-            << "), status " << fs << ": area " << reg.area << ", value (" << reg.value[0] << ","
-            << reg.value[1] << "," << reg.value[2] << "), rect x " << reg.rect.x << " y "
-            << reg.rect.y << " w " << reg.rect.width << " h " << reg.rect.height << "\n";
+  ctx.out() << "  gradient fill (+-3 per step) from (" << seed.x << "," << seed.y << "), status "
+            << fs << ": area " << reg.area << ", value (" << reg.value[0] << "," << reg.value[1]
+            << "," << reg.value[2] << "), rect x " << reg.rect.x << " y " << reg.rect.y << " w "
+            << reg.rect.width << " h " << reg.rect.height << "\n";
   ctx.save("segment_floodfill.png", filled);
 }
 

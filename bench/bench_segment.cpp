@@ -78,9 +78,8 @@ void range_fill_rvpcv(benchmark::State& state, Size2 s) {
     state.PauseTiming();
     gray.copyTo(img);
     state.ResumeTiming();
-    rvpiFloodFill_Range8Con_8u_C1IR(img.data, int(img.step), {s.width, s.height},
-                                    {seed.x, seed.y}, far_value(gray, seed), 24, 24, &reg,
-                                    buf.data());
+    rvpiFloodFill_Range8Con_8u_C1IR(img.data, int(img.step), {s.width, s.height}, {seed.x, seed.y},
+                                    far_value(gray, seed), 24, 24, &reg, buf.data());
     benchmark::ClobberMemory();
   }
   state.counters["area"] = reg.area;
@@ -95,8 +94,7 @@ void range_fill_opencv(benchmark::State& state, Size2 s) {
     gray.copyTo(img);
     state.ResumeTiming();
     area = cv::floodFill(img, seed, cv::Scalar(far_value(gray, seed)), nullptr, cv::Scalar(24),
-                         cv::Scalar(24),
-                         8 | cv::FLOODFILL_FIXED_RANGE);
+                         cv::Scalar(24), 8 | cv::FLOODFILL_FIXED_RANGE);
     benchmark::DoNotOptimize(area);
   }
   state.counters["area"] = area;
@@ -177,8 +175,7 @@ const bool registered = [] {
       benchmark::RegisterBenchmark(rvpb::bench_name(f, "opencv", s).c_str(), fill_opencv, s, conn);
       const std::string l = "LabelMarkers_" + std::to_string(conn) + "Con_8u32s";
       benchmark::RegisterBenchmark(rvpb::bench_name(l, "rvpcv", s).c_str(), label_rvpcv, s, conn);
-      benchmark::RegisterBenchmark(rvpb::bench_name(l, "opencv", s).c_str(), label_opencv, s,
-                                   conn);
+      benchmark::RegisterBenchmark(rvpb::bench_name(l, "opencv", s).c_str(), label_opencv, s, conn);
     }
     benchmark::RegisterBenchmark(rvpb::bench_name("FloodFill_Range8Con_8u", "rvpcv", s).c_str(),
                                  range_fill_rvpcv, s);

@@ -25,11 +25,11 @@ void write_region(RvpiConnectedComp* reg, const FillStats& fs, const double (&va
 // One driver for every member. For one-channel members the scalar arguments arrive as pointers
 // to the caller's by-value copies, so the null checks only bite for three-channel members.
 template <class T, int C, Rule R, bool Conn8>
-RvpStatus flood_fill(T* img, int step, RvpiSize roi, RvpiPoint seed, const T* nv,
-                     const T* min_d, const T* max_d, RvpiConnectedComp* reg, Rvp8u* buf) {
-  if (img == nullptr || nv == nullptr || (R != Rule::Plain && (min_d == nullptr ||
-                                                               max_d == nullptr)) ||
-      reg == nullptr || buf == nullptr)
+RvpStatus flood_fill(T* img, int step, RvpiSize roi, RvpiPoint seed, const T* nv, const T* min_d,
+                     const T* max_d, RvpiConnectedComp* reg, Rvp8u* buf) {
+  if (img == nullptr || nv == nullptr ||
+      (R != Rule::Plain && (min_d == nullptr || max_d == nullptr)) || reg == nullptr ||
+      buf == nullptr)
     return rvpStsNullPtrErr;
   if (auto st = check_roi(roi)) return st;
   if (R == Rule::Grad && grad_buffer_bytes(roi) < 0) return rvpStsSizeErr;
@@ -38,8 +38,9 @@ RvpStatus flood_fill(T* img, int step, RvpiSize roi, RvpiPoint seed, const T* nv
     return rvpStsOutOfRangeErr;
 
   const int w = roi.width, h = roi.height;
-  T* seed_px = reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(img) + std::ptrdiff_t(step) * seed.y) +
-               seed.x * C;
+  T* seed_px =
+      reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(img) + std::ptrdiff_t(step) * seed.y) +
+      seed.x * C;
   double value[3] = {0, 0, 0};
   for (int c = 0; c < C; ++c) value[c] = static_cast<double>(nv[c]);
   FillStats fs;
@@ -51,7 +52,8 @@ RvpStatus flood_fill(T* img, int step, RvpiSize roi, RvpiPoint seed, const T* nv
     const int64_t mask_bytes = (int64_t(w) + 2) * (int64_t(h) + 2);
     VisitMask::init(buf, w, h);
     const VisitMask vm{buf, int64_t(w) + 2};
-    const StackStorage s = carve_stack(buf + mask_bytes, grad_buffer_bytes(roi) - mask_bytes, local);
+    const StackStorage s =
+        carve_stack(buf + mask_bytes, grad_buffer_bytes(roi) - mask_bytes, local);
     SpanStack stack(s.base, s.fit, 0);
     gradient_fill<T, C>(img, step, w, h, seed.x, seed.y, Conn8, ok, vm, stack, fs);
     for (int y = fs.y0; y <= fs.y1; ++y) {
@@ -115,45 +117,44 @@ RvpStatus rvpiFloodFillGetSize_Grad(RvpiSize roiSize, int* pBufferSize) {
 
 // ---- exports: one line each, forwarding to the driver --------------------------------------
 
-#define RVP_FILL_PLAIN(op, conn8, t, T)                                                        \
-  RvpStatus rvpiFloodFill_##op##_##t##_C1IR(T* pImage, int imageStep, RvpiSize roiSize,         \
+#define RVP_FILL_PLAIN(op, conn8, t, T)                                                           \
+  RvpStatus rvpiFloodFill_##op##_##t##_C1IR(T* pImage, int imageStep, RvpiSize roiSize,           \
                                             RvpiPoint seed, T newVal, RvpiConnectedComp* pRegion, \
-                                            Rvp8u* pBuffer) {                                   \
-    return flood_fill<T, 1, Rule::Plain, conn8>(pImage, imageStep, roiSize, seed, &newVal,     \
-                                                nullptr, nullptr, pRegion, pBuffer);           \
+                                            Rvp8u* pBuffer) {                                     \
+    return flood_fill<T, 1, Rule::Plain, conn8>(pImage, imageStep, roiSize, seed, &newVal,        \
+                                                nullptr, nullptr, pRegion, pBuffer);              \
   }
-#define RVP_FILL_PLAIN3(op, conn8, t, T)                                                       \
-  RvpStatus rvpiFloodFill_##op##_##t##_C3IR(T* pImage, int imageStep, RvpiSize roiSize,         \
-                                            RvpiPoint seed, const T* newVal,                    \
-                                            RvpiConnectedComp* pRegion, Rvp8u* pBuffer) {       \
-    return flood_fill<T, 3, Rule::Plain, conn8>(pImage, imageStep, roiSize, seed, newVal,      \
-                                                nullptr, nullptr, pRegion, pBuffer);           \
+#define RVP_FILL_PLAIN3(op, conn8, t, T)                                                           \
+  RvpStatus rvpiFloodFill_##op##_##t##_C3IR(T* pImage, int imageStep, RvpiSize roiSize,            \
+                                            RvpiPoint seed, const T* newVal,                       \
+                                            RvpiConnectedComp* pRegion, Rvp8u* pBuffer) {          \
+    return flood_fill<T, 3, Rule::Plain, conn8>(pImage, imageStep, roiSize, seed, newVal, nullptr, \
+                                                nullptr, pRegion, pBuffer);                        \
   }
 #define RVP_FILL_DELTA(op, rule, conn8, t, T)                                                  \
-  RvpStatus rvpiFloodFill_##op##_##t##_C1IR(T* pImage, int imageStep, RvpiSize roiSize,         \
-                                            RvpiPoint seed, T newVal, T minDelta, T maxDelta,   \
-                                            RvpiConnectedComp* pRegion, Rvp8u* pBuffer) {       \
+  RvpStatus rvpiFloodFill_##op##_##t##_C1IR(T* pImage, int imageStep, RvpiSize roiSize,        \
+                                            RvpiPoint seed, T newVal, T minDelta, T maxDelta,  \
+                                            RvpiConnectedComp* pRegion, Rvp8u* pBuffer) {      \
     return flood_fill<T, 1, rule, conn8>(pImage, imageStep, roiSize, seed, &newVal, &minDelta, \
                                          &maxDelta, pRegion, pBuffer);                         \
   }                                                                                            \
-  RvpStatus rvpiFloodFill_##op##_##t##_C3IR(T* pImage, int imageStep, RvpiSize roiSize,         \
-                                            RvpiPoint seed, const T* newVal, const T* minDelta, \
-                                            const T* maxDelta, RvpiConnectedComp* pRegion,      \
-                                            Rvp8u* pBuffer) {                                   \
+  RvpStatus rvpiFloodFill_##op##_##t##_C3IR(                                                   \
+      T* pImage, int imageStep, RvpiSize roiSize, RvpiPoint seed, const T* newVal,             \
+      const T* minDelta, const T* maxDelta, RvpiConnectedComp* pRegion, Rvp8u* pBuffer) {      \
     return flood_fill<T, 3, rule, conn8>(pImage, imageStep, roiSize, seed, newVal, minDelta,   \
                                          maxDelta, pRegion, pBuffer);                          \
   }
 
-#define RVP_FILL_PLAIN_ALL(op, conn8) \
-  RVP_FILL_PLAIN(op, conn8, 8u, Rvp8u) \
-  RVP_FILL_PLAIN3(op, conn8, 8u, Rvp8u) \
-  RVP_FILL_PLAIN(op, conn8, 16u, Rvp16u) \
+#define RVP_FILL_PLAIN_ALL(op, conn8)     \
+  RVP_FILL_PLAIN(op, conn8, 8u, Rvp8u)    \
+  RVP_FILL_PLAIN3(op, conn8, 8u, Rvp8u)   \
+  RVP_FILL_PLAIN(op, conn8, 16u, Rvp16u)  \
   RVP_FILL_PLAIN3(op, conn8, 16u, Rvp16u) \
-  RVP_FILL_PLAIN(op, conn8, 32s, Rvp32s) \
-  RVP_FILL_PLAIN(op, conn8, 32f, Rvp32f) \
+  RVP_FILL_PLAIN(op, conn8, 32s, Rvp32s)  \
+  RVP_FILL_PLAIN(op, conn8, 32f, Rvp32f)  \
   RVP_FILL_PLAIN3(op, conn8, 32f, Rvp32f)
-#define RVP_FILL_DELTA_ALL(op, rule, conn8) \
-  RVP_FILL_DELTA(op, rule, conn8, 8u, Rvp8u) \
+#define RVP_FILL_DELTA_ALL(op, rule, conn8)    \
+  RVP_FILL_DELTA(op, rule, conn8, 8u, Rvp8u)   \
   RVP_FILL_DELTA(op, rule, conn8, 16u, Rvp16u) \
   RVP_FILL_DELTA(op, rule, conn8, 32f, Rvp32f)
 

@@ -14,11 +14,12 @@
 // gradient fill finish with whole-image sweeps over its visited mask (same result, no memory).
 #pragma once
 
+#include <immintrin.h>
+
 #include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <immintrin.h>
 #include <type_traits>
 
 #include "rvpcv.h"
@@ -153,10 +154,13 @@ struct Accept32<RangeAccept<Rvp8u, 1>> {
   static constexpr bool kHas = true;
   static uint32_t of(const RangeAccept<Rvp8u, 1>& a, const Rvp8u* p) {
     const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
-    const __m256i above_lo = _mm256_cmpeq_epi8(_mm256_max_epu8(v, _mm256_set1_epi8(char(a.lo[0]))), v);
-    const __m256i below_hi = _mm256_cmpeq_epi8(_mm256_min_epu8(v, _mm256_set1_epi8(char(a.hi[0]))), v);
+    const __m256i above_lo =
+        _mm256_cmpeq_epi8(_mm256_max_epu8(v, _mm256_set1_epi8(char(a.lo[0]))), v);
+    const __m256i below_hi =
+        _mm256_cmpeq_epi8(_mm256_min_epu8(v, _mm256_set1_epi8(char(a.hi[0]))), v);
     const __m256i is_nv = _mm256_cmpeq_epi8(v, _mm256_set1_epi8(char(a.nv[0])));
-    return uint32_t(_mm256_movemask_epi8(_mm256_andnot_si256(is_nv, _mm256_and_si256(above_lo, below_hi))));
+    return uint32_t(
+        _mm256_movemask_epi8(_mm256_andnot_si256(is_nv, _mm256_and_si256(above_lo, below_hi))));
   }
 };
 
@@ -305,8 +309,7 @@ struct VisitMask {
 
 template <class T, int C>
 void gradient_fill(T* img, int step, int w, int h, int sx, int sy, bool conn8,
-                   const GradAccept<T, C>& ok, const VisitMask& vm, SpanStack& st,
-                   FillStats& fs) {
+                   const GradAccept<T, C>& ok, const VisitMask& vm, SpanStack& st, FillStats& fs) {
   auto pix = [&](int x, int y) {
     return reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(img) + std::ptrdiff_t(step) * y) + x * C;
   };
@@ -358,8 +361,8 @@ void gradient_fill(T* img, int step, int w, int h, int sx, int sy, bool conn8,
     const int back = e.y + e.dir;
     if (static_cast<unsigned>(back) < static_cast<unsigned>(h)) {
       if (a <= e.parent_left - 1) {
-        scan(back, a, e.parent_left - 1 < b ? e.parent_left - 1 : b, e.y, e.left, e.right,
-             e.left, e.right, -e.dir);
+        scan(back, a, e.parent_left - 1 < b ? e.parent_left - 1 : b, e.y, e.left, e.right, e.left,
+             e.right, -e.dir);
         if (st.stopped()) break;
       }
       const int a2 = e.parent_right + 1 > a ? e.parent_right + 1 : a;

@@ -122,8 +122,10 @@ bool label_by_runs(const S* src, int src_step, D* dst, int dst_step, int w, int 
       for (int k = j; k < np && prev_runs[2 * k] <= e; ++k) {
         const int32_t a = find_root(parent, int32_t(prev_base + k));
         const int32_t b = find_root(parent, me);
-        if (a < b) parent[b] = a;
-        else if (b < a) parent[a] = b;
+        if (a < b)
+          parent[b] = a;
+        else if (b < a)
+          parent[a] = b;
       }
     }
     total += nc;
@@ -191,14 +193,13 @@ int label_by_fills(D* img, int step, int w, int h, D marker, int min_label, int 
   return count;
 }
 
-template bool label_by_runs<Rvp8u, Rvp8u>(const Rvp8u*, int, Rvp8u*, int, int, int, int, int,
-                                          bool, uint8_t*, int64_t, int*);
+template bool label_by_runs<Rvp8u, Rvp8u>(const Rvp8u*, int, Rvp8u*, int, int, int, int, int, bool,
+                                          uint8_t*, int64_t, int*);
 template bool label_by_runs<Rvp16u, Rvp16u>(const Rvp16u*, int, Rvp16u*, int, int, int, int, int,
                                             bool, uint8_t*, int64_t, int*);
 template bool label_by_runs<Rvp8u, Rvp32s>(const Rvp8u*, int, Rvp32s*, int, int, int, int, int,
                                            bool, uint8_t*, int64_t, int*);
-template int label_by_fills<Rvp8u>(Rvp8u*, int, int, int, Rvp8u, int, int, bool, uint8_t*,
-                                   int64_t);
+template int label_by_fills<Rvp8u>(Rvp8u*, int, int, int, Rvp8u, int, int, bool, uint8_t*, int64_t);
 template int label_by_fills<Rvp16u>(Rvp16u*, int, int, int, Rvp16u, int, int, bool, uint8_t*,
                                     int64_t);
 template int label_by_fills<Rvp32s>(Rvp32s*, int, int, int, Rvp32s, int, int, bool, uint8_t*,
@@ -230,8 +231,8 @@ RvpStatus label_markers(T* img, int step, RvpiSize roi, int min_label, int max_l
     T* r = reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(img) + std::ptrdiff_t(step) * y);
     for (int x = 0; x < w; ++x) r[x] = r[x] ? marker_of<T>() : T(0);
   }
-  *number = label_by_fills<T>(img, step, w, h, marker_of<T>(), min_label, max_label, conn8, buf,
-                              bytes);
+  *number =
+      label_by_fills<T>(img, step, w, h, marker_of<T>(), min_label, max_label, conn8, buf, bytes);
   return rvpStsNoErr;
 }
 
@@ -241,8 +242,7 @@ RvpStatus label_markers_8u32s(const Rvp8u* src, int src_step, Rvp32s* dst, int d
   if (src == nullptr || dst == nullptr || number == nullptr || buf == nullptr)
     return rvpStsNullPtrErr;
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<Rvp8u>(src_step, roi), image<Rvp32s>(dst_step, roi)}))
-    return st;
+  if (auto st = check_steps({image<Rvp8u>(src_step, roi), image<Rvp32s>(dst_step, roi)})) return st;
   if (min_label < 1 || max_label >= marker_of<Rvp32s>() || min_label > max_label ||
       (norm != 0 && norm != 1))
     return rvpStsBadArgErr;
@@ -251,19 +251,19 @@ RvpStatus label_markers_8u32s(const Rvp8u* src, int src_step, Rvp32s* dst, int d
   const bool conn8 = norm == 0;
   const int64_t bytes = fill_buffer_bytes(roi);
   int count = 0;
-  if (label_by_runs<Rvp8u, Rvp32s>(src, src_step, dst, dst_step, w, h, min_label, max_label,
-                                   conn8, buf, bytes, &count)) {
+  if (label_by_runs<Rvp8u, Rvp32s>(src, src_step, dst, dst_step, w, h, min_label, max_label, conn8,
+                                   buf, bytes, &count)) {
     *number = count;
     return rvpStsNoErr;
   }
   for (int y = 0; y < h; ++y) {
     const Rvp8u* s = src + std::ptrdiff_t(src_step) * y;
-    Rvp32s* d = reinterpret_cast<Rvp32s*>(reinterpret_cast<uint8_t*>(dst) +
-                                          std::ptrdiff_t(dst_step) * y);
+    Rvp32s* d =
+        reinterpret_cast<Rvp32s*>(reinterpret_cast<uint8_t*>(dst) + std::ptrdiff_t(dst_step) * y);
     for (int x = 0; x < w; ++x) d[x] = s[x] ? marker_of<Rvp32s>() : 0;
   }
-  *number = label_by_fills<Rvp32s>(dst, dst_step, w, h, marker_of<Rvp32s>(), min_label,
-                                   max_label, conn8, buf, bytes);
+  *number = label_by_fills<Rvp32s>(dst, dst_step, w, h, marker_of<Rvp32s>(), min_label, max_label,
+                                   conn8, buf, bytes);
   return rvpStsNoErr;
 }
 
@@ -384,15 +384,13 @@ RvpStatus rvpiLabelMarkersGetBufferSize_8u32s_C1R(RvpiSize roiSize, int* pBuffer
   return rvpiFloodFillGetSize(roiSize, pBufferSize);
 }
 
-RvpStatus rvpiLabelMarkers_8u_C1IR(Rvp8u* pMarker, int markerStep, RvpiSize roiSize,
-                                   int minLabel, int maxLabel, int norm, int* pNumber,
-                                   Rvp8u* pBuffer) {
+RvpStatus rvpiLabelMarkers_8u_C1IR(Rvp8u* pMarker, int markerStep, RvpiSize roiSize, int minLabel,
+                                   int maxLabel, int norm, int* pNumber, Rvp8u* pBuffer) {
   return label_markers<Rvp8u>(pMarker, markerStep, roiSize, minLabel, maxLabel, norm, pNumber,
                               pBuffer);
 }
-RvpStatus rvpiLabelMarkers_16u_C1IR(Rvp16u* pMarker, int markerStep, RvpiSize roiSize,
-                                    int minLabel, int maxLabel, int norm, int* pNumber,
-                                    Rvp8u* pBuffer) {
+RvpStatus rvpiLabelMarkers_16u_C1IR(Rvp16u* pMarker, int markerStep, RvpiSize roiSize, int minLabel,
+                                    int maxLabel, int norm, int* pNumber, Rvp8u* pBuffer) {
   return label_markers<Rvp16u>(pMarker, markerStep, roiSize, minLabel, maxLabel, norm, pNumber,
                                pBuffer);
 }
@@ -416,12 +414,12 @@ RvpStatus rvpiMarkSpecklesGetBufferSize(RvpiSize roiSize, RvpDataType dataType, 
   return rvpStsNoErr;
 }
 
-#define RVP_SPECKLES(t, T)                                                                     \
-  RvpStatus rvpiMarkSpeckles_##t##_C1IR(T* pImage, int imageStep, RvpiSize roiSize,             \
-                                        T speckleVal, int maxSpeckleSize, T maxPixDiff,         \
-                                        int norm, Rvp8u* pBuffer) {                             \
-    return rvp::seg::mark_speckles<T>(pImage, imageStep, roiSize, speckleVal, maxSpeckleSize,  \
-                                      maxPixDiff, norm, pBuffer);                              \
+#define RVP_SPECKLES(t, T)                                                                        \
+  RvpStatus rvpiMarkSpeckles_##t##_C1IR(T* pImage, int imageStep, RvpiSize roiSize, T speckleVal, \
+                                        int maxSpeckleSize, T maxPixDiff, int norm,               \
+                                        Rvp8u* pBuffer) {                                         \
+    return rvp::seg::mark_speckles<T>(pImage, imageStep, roiSize, speckleVal, maxSpeckleSize,     \
+                                      maxPixDiff, norm, pBuffer);                                 \
   }
 RVP_SPECKLES(8u, Rvp8u)
 RVP_SPECKLES(16u, Rvp16u)

@@ -32,8 +32,7 @@ std::vector<uint8_t> buffer(int bytes) { return std::vector<uint8_t>(size_t(byte
 std::vector<cv::Point> seeds(const cv::Mat& m, int n) {
   std::mt19937 rng(7);
   std::vector<cv::Point> s;
-  for (int i = 0; i < n; ++i)
-    s.emplace_back(int(rng() % m.cols), int(rng() % m.rows));
+  for (int i = 0; i < n; ++i) s.emplace_back(int(rng() % m.cols), int(rng() % m.rows));
   return s;
 }
 
@@ -58,17 +57,20 @@ TEST(SegmentXcheck, FloodFillFixedRangeMatchesOpenCV) {
             RvpStatus st;
             // newVal far from the seed value, outside the interval: a pixel already holding
             // newVal inside the interval is a documented point where the rules may differ.
-            const cv::Vec3b sv = a.channels() == 1 ? cv::Vec3b(a.at<uchar>(s), 0, 0)
-                                                   : a.at<cv::Vec3b>(s);
+            const cv::Vec3b sv =
+                a.channels() == 1 ? cv::Vec3b(a.at<uchar>(s), 0, 0) : a.at<cv::Vec3b>(s);
             Rvp8u nv[3];
             for (int c = 0; c < 3; ++c) nv[c] = sv[c] < 128 ? 255 : 0;
             const Rvp8u d[3] = {Rvp8u(delta), Rvp8u(delta), Rvp8u(delta)};
             if (a.channels() == 1) {
-              auto fn = delta == 0 ? (conn == 4 ? rvpiFloodFill_4Con_8u_C1IR : rvpiFloodFill_8Con_8u_C1IR) : nullptr;
+              auto fn = delta == 0
+                            ? (conn == 4 ? rvpiFloodFill_4Con_8u_C1IR : rvpiFloodFill_8Con_8u_C1IR)
+                            : nullptr;
               if (fn)
                 st = fn(a.data, int(a.step), roi, {s.x, s.y}, nv[0], &reg, buf.data() + 1);
               else
-                st = (conn == 4 ? rvpiFloodFill_Range4Con_8u_C1IR : rvpiFloodFill_Range8Con_8u_C1IR)(
+                st = (conn == 4 ? rvpiFloodFill_Range4Con_8u_C1IR
+                                : rvpiFloodFill_Range8Con_8u_C1IR)(
                     a.data, int(a.step), roi, {s.x, s.y}, nv[0], d[0], d[0], &reg, buf.data() + 1);
             } else {
               st = (conn == 4 ? rvpiFloodFill_Range4Con_8u_C3IR : rvpiFloodFill_Range8Con_8u_C3IR)(
@@ -76,9 +78,9 @@ TEST(SegmentXcheck, FloodFillFixedRangeMatchesOpenCV) {
             }
             ASSERT_EQ(st, 0);
             cv::Rect rect;
-            const int area = cv::floodFill(b, s, cv::Scalar(nv[0], nv[1], nv[2]), &rect,
-                                           cv::Scalar::all(delta), cv::Scalar::all(delta),
-                                           conn | cv::FLOODFILL_FIXED_RANGE);
+            const int area =
+                cv::floodFill(b, s, cv::Scalar(nv[0], nv[1], nv[2]), &rect, cv::Scalar::all(delta),
+                              cv::Scalar::all(delta), conn | cv::FLOODFILL_FIXED_RANGE);
             const bool same = cv::norm(a, b, cv::NORM_INF) == 0 && reg.area == area &&
                               reg.rect.x == rect.x && reg.rect.y == rect.y &&
                               reg.rect.width == rect.width && reg.rect.height == rect.height;
@@ -126,12 +128,13 @@ TEST(SegmentXcheck, FloodFillFloatingRangeMatchesOpenCV) {
             t.large += area >= 1000;
             ++t.total;
             if (!same)
-              std::printf("floating range differs: conn %d delta %d ch %d seed (%d,%d) area %g vs %d\n",
-                          conn, delta, a.channels(), s.x, s.y, reg.area, area);
+              std::printf(
+                  "floating range differs: conn %d delta %d ch %d seed (%d,%d) area %g vs %d\n",
+                  conn, delta, a.channels(), s.x, s.y, reg.area, area);
           }
   ASSERT_GT(t.total, 0);
-  std::printf("floating-range fills identical: %d / %d (%d of 1000+ pixels)\n", t.same,
-              t.total, t.large);
+  std::printf("floating-range fills identical: %d / %d (%d of 1000+ pixels)\n", t.same, t.total,
+              t.large);
   EXPECT_EQ(t.same, t.total);
 }
 
@@ -151,8 +154,8 @@ TEST(SegmentXcheck, LabelMarkersMatchConnectedComponents) {
         rvpiLabelMarkersGetBufferSize_8u32s_C1R({bin.cols, bin.rows}, &bytes);
         auto buf = buffer(bytes);
         ASSERT_EQ(rvpiLabelMarkers_8u32s_C1R(bin.data, int(bin.step), ours.ptr<Rvp32s>(),
-                                             int(ours.step), {bin.cols, bin.rows}, 1,
-                                             2147483646, conn == 4 ? 1 : 0, &num, buf.data() + 1),
+                                             int(ours.step), {bin.cols, bin.rows}, 1, 2147483646,
+                                             conn == 4 ? 1 : 0, &num, buf.data() + 1),
                   0);
         EXPECT_EQ(num, n);
         std::map<int, int> renumber;  // OpenCV label -> raster-order label

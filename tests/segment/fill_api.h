@@ -12,43 +12,43 @@ enum class FillRule { Plain, Range, Grad };
 template <class T, int C>
 struct FillApi;
 
-#define RVPT_FILL_C1(t, T)                                                                       \
-  template <>                                                                                    \
-  struct FillApi<T, 1> {                                                                         \
-    static RvpStatus fill(FillRule r, bool c8, T* im, int st, RvpiSize roi, RvpiPoint s,        \
-                          const T* nv, const T* mn, const T* mx, RvpiConnectedComp* reg,        \
-                          Rvp8u* buf) {                                                          \
-      switch (r) {                                                                               \
-        case FillRule::Plain:                                                                    \
-          return c8 ? rvpiFloodFill_8Con_##t##_C1IR(im, st, roi, s, *nv, reg, buf)               \
-                    : rvpiFloodFill_4Con_##t##_C1IR(im, st, roi, s, *nv, reg, buf);              \
-        case FillRule::Range:                                                                    \
-          return c8 ? rvpiFloodFill_Range8Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf) \
+#define RVPT_FILL_C1(t, T)                                                                         \
+  template <>                                                                                      \
+  struct FillApi<T, 1> {                                                                           \
+    static RvpStatus fill(FillRule r, bool c8, T* im, int st, RvpiSize roi, RvpiPoint s,           \
+                          const T* nv, const T* mn, const T* mx, RvpiConnectedComp* reg,           \
+                          Rvp8u* buf) {                                                            \
+      switch (r) {                                                                                 \
+        case FillRule::Plain:                                                                      \
+          return c8 ? rvpiFloodFill_8Con_##t##_C1IR(im, st, roi, s, *nv, reg, buf)                 \
+                    : rvpiFloodFill_4Con_##t##_C1IR(im, st, roi, s, *nv, reg, buf);                \
+        case FillRule::Range:                                                                      \
+          return c8 ? rvpiFloodFill_Range8Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf)  \
                     : rvpiFloodFill_Range4Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf); \
-        default:                                                                                 \
-          return c8 ? rvpiFloodFill_Grad8Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf)  \
-                    : rvpiFloodFill_Grad4Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf); \
-      }                                                                                          \
-    }                                                                                            \
+        default:                                                                                   \
+          return c8 ? rvpiFloodFill_Grad8Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf)   \
+                    : rvpiFloodFill_Grad4Con_##t##_C1IR(im, st, roi, s, *nv, *mn, *mx, reg, buf);  \
+      }                                                                                            \
+    }                                                                                              \
   };
-#define RVPT_FILL_C3(t, T)                                                                       \
-  template <>                                                                                    \
-  struct FillApi<T, 3> {                                                                         \
+#define RVPT_FILL_C3(t, T)                                                                      \
+  template <>                                                                                   \
+  struct FillApi<T, 3> {                                                                        \
     static RvpStatus fill(FillRule r, bool c8, T* im, int st, RvpiSize roi, RvpiPoint s,        \
                           const T* nv, const T* mn, const T* mx, RvpiConnectedComp* reg,        \
-                          Rvp8u* buf) {                                                          \
-      switch (r) {                                                                               \
-        case FillRule::Plain:                                                                    \
-          return c8 ? rvpiFloodFill_8Con_##t##_C3IR(im, st, roi, s, nv, reg, buf)                \
-                    : rvpiFloodFill_4Con_##t##_C3IR(im, st, roi, s, nv, reg, buf);               \
-        case FillRule::Range:                                                                    \
-          return c8 ? rvpiFloodFill_Range8Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf)   \
-                    : rvpiFloodFill_Range4Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf);  \
-        default:                                                                                 \
-          return c8 ? rvpiFloodFill_Grad8Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf)    \
-                    : rvpiFloodFill_Grad4Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf);   \
-      }                                                                                          \
-    }                                                                                            \
+                          Rvp8u* buf) {                                                         \
+      switch (r) {                                                                              \
+        case FillRule::Plain:                                                                   \
+          return c8 ? rvpiFloodFill_8Con_##t##_C3IR(im, st, roi, s, nv, reg, buf)               \
+                    : rvpiFloodFill_4Con_##t##_C3IR(im, st, roi, s, nv, reg, buf);              \
+        case FillRule::Range:                                                                   \
+          return c8 ? rvpiFloodFill_Range8Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf)  \
+                    : rvpiFloodFill_Range4Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf); \
+        default:                                                                                \
+          return c8 ? rvpiFloodFill_Grad8Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf)   \
+                    : rvpiFloodFill_Grad4Con_##t##_C3IR(im, st, roi, s, nv, mn, mx, reg, buf);  \
+      }                                                                                         \
+    }                                                                                           \
   };
 RVPT_FILL_C1(8u, Rvp8u)
 RVPT_FILL_C1(16u, Rvp16u)

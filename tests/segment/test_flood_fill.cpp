@@ -139,8 +139,8 @@ void run_and_compare(TestImage<T>& im, const Call<T, C>& k) {
   RvpiConnectedComp reg;
   std::memset(&reg, 0xCD, sizeof reg);
   const RvpiConnectedComp reg_before = reg;
-  const RvpStatus st = rvpt::fill_c<C>(k.rule, k.conn8, im.ptr(), im.step(), roi, k.seed,
-                                           k.nv, k.mn, k.mx, &reg, buf.ptr());
+  const RvpStatus st = rvpt::fill_c<C>(k.rule, k.conn8, im.ptr(), im.step(), roi, k.seed, k.nv,
+                                       k.mn, k.mx, &reg, buf.ptr());
   ASSERT_EQ(st, rvpStsNoErr);
 
   if (k.rule != FillRule::Grad && pixel_equals<T, C>(before, k.seed.x, k.seed.y, k.nv)) {
@@ -160,9 +160,8 @@ void run_and_compare(TestImage<T>& im, const Call<T, C>& k) {
     for (int p = 0; p < w * h; ++p)
       if (set[p])
         for (int c = 0; c < C; ++c) want.set(p % w, p / w, k.nv[c], c);
-    ASSERT_EQ(im.bytes(), want.bytes())
-        << "rule " << int(k.rule) << " conn8 " << k.conn8 << " " << w << "x" << h << " seed "
-        << k.seed.x << "," << k.seed.y;
+    ASSERT_EQ(im.bytes(), want.bytes()) << "rule " << int(k.rule) << " conn8 " << k.conn8 << " "
+                                        << w << "x" << h << " seed " << k.seed.x << "," << k.seed.y;
     expect_region<T, C>(reg, set, w, h, k.nv);
     return;
   }
@@ -247,9 +246,12 @@ TEST(FloodFill, PlainFillCompletesOnDenseRunPatterns) {
           for (int y = 0; y < h; ++y)
             for (int x = 0; x < w; ++x) {
               bool on;
-              if (pattern == 0) on = y % 2 == 0 || x % 2 == 0;          // comb
-              else if (pattern == 1) on = (x + y) % 2 == 0;             // lattice
-              else on = x == 0 || (y % 2 == 0 && x % 2 == 0) || y % 4 == 1;  // spine + teeth
+              if (pattern == 0)
+                on = y % 2 == 0 || x % 2 == 0;  // comb
+              else if (pattern == 1)
+                on = (x + y) % 2 == 0;  // lattice
+              else
+                on = x == 0 || (y % 2 == 0 && x % 2 == 0) || y % 4 == 1;  // spine + teeth
               im.set(x, y, on ? 1 : 0);
             }
           for (RvpiPoint seed : {RvpiPoint{0, 0}, RvpiPoint{0, h - 1}}) {
@@ -273,8 +275,8 @@ TEST(FloodFill, SeedEqualToNewValueReturnsEarlyExceptGradient) {
       const RvpiConnectedComp reg0 = reg;
       OddBuffer buf(rvpt::fill_buffer_size(rule, t.size()));
       const Rvp16u nv = 7, d = 1;
-      ASSERT_EQ(rvpt::fill_c<1>(rule, conn8, t.ptr(), t.step(), t.size(), {2, 1}, &nv,
-                                         &d, &d, &reg, buf.ptr()),
+      ASSERT_EQ(rvpt::fill_c<1>(rule, conn8, t.ptr(), t.step(), t.size(), {2, 1}, &nv, &d, &d, &reg,
+                                buf.ptr()),
                 rvpStsNoErr);
       EXPECT_EQ(t.bytes(), im.bytes());
       if (rule == FillRule::Grad) {
@@ -290,8 +292,7 @@ TEST(FloodFill, SeedEqualToNewValueReturnsEarlyExceptGradient) {
   const Rvp8u nv[3] = {0, 1, 3}, d[3] = {0, 0, 0};
   OddBuffer buf(rvpt::fill_buffer_size(FillRule::Plain, c3.size()));
   RvpiConnectedComp reg{};
-  ASSERT_EQ(rvpiFloodFill_4Con_8u_C3IR(c3.ptr(), c3.step(), c3.size(), {1, 1}, nv, &reg,
-                                       buf.ptr()),
+  ASSERT_EQ(rvpiFloodFill_4Con_8u_C3IR(c3.ptr(), c3.step(), c3.size(), {1, 1}, nv, &reg, buf.ptr()),
             rvpStsNoErr);
   EXPECT_EQ(reg.area, 9.0);
   EXPECT_EQ(c3.at(2, 2, 2), 3);
@@ -308,8 +309,8 @@ TEST(FloodFill, OneRowFillsTheSeedSpanOnly) {
       OddBuffer buf(rvpt::fill_buffer_size(rule, t.size()));
       RvpiConnectedComp reg{};
       const Rvp8u nv = 5, d = 0;
-      ASSERT_EQ(rvpt::fill_c<1>(rule, conn8, t.ptr(), t.step(), t.size(), {4, 0}, &nv,
-                                        &d, &d, &reg, buf.ptr()),
+      ASSERT_EQ(rvpt::fill_c<1>(rule, conn8, t.ptr(), t.step(), t.size(), {4, 0}, &nv, &d, &d, &reg,
+                                buf.ptr()),
                 rvpStsNoErr);
       for (int x = 0; x < 9; ++x) EXPECT_EQ(t.at(x, 0), x >= 3 && x <= 5 ? 5 : row[x]);
       EXPECT_EQ(reg.area, 3.0);
@@ -332,8 +333,7 @@ TEST(FloodFill, RangeLimitOnTinyImagesFillsOnlyTheSeedRow) {
       auto fn = conn8 ? rvpiFloodFill_Range8Con_8u_C1IR : rvpiFloodFill_Range4Con_8u_C1IR;
       ASSERT_EQ(fn(im.ptr(), im.step(), sz, {0, sz.height - 1}, 9, 0, 0, &reg, buf.ptr()), 0);
       for (int y = 0; y < sz.height; ++y)
-        for (int x = 0; x < sz.width; ++x)
-          EXPECT_EQ(im.at(x, y), y == sz.height - 1 ? 9 : 3);
+        for (int x = 0; x < sz.width; ++x) EXPECT_EQ(im.at(x, y), y == sz.height - 1 ? 9 : 3);
       EXPECT_EQ(reg.area, double(sz.width));
       // The plain rule has no such limit.
       TestImage<Rvp8u> p(sz.width, sz.height);
@@ -348,8 +348,7 @@ TEST(FloodFill, RangeLimitOnTinyImagesFillsOnlyTheSeedRow) {
   for (int y = 0; y < 3; ++y) col.set(0, y, 3);
   OddBuffer buf(rvpt::fill_buffer_size(FillRule::Range, {1, 3}));
   RvpiConnectedComp reg{};
-  ASSERT_EQ(rvpiFloodFill_Range4Con_8u_C1IR(col.ptr(), 1, {1, 3}, {0, 1}, 9, 0, 0, &reg,
-                                            buf.ptr()),
+  ASSERT_EQ(rvpiFloodFill_Range4Con_8u_C1IR(col.ptr(), 1, {1, 3}, {0, 1}, 9, 0, 0, &reg, buf.ptr()),
             0);
   EXPECT_EQ(reg.area, 3.0);
 }
@@ -360,8 +359,8 @@ TEST(FloodFill, RangeClampsAtTheTypeLimits) {
   for (int x = 0; x < 4; ++x) im.set(x, 0, vals[x]);
   OddBuffer buf(rvpt::fill_buffer_size(FillRule::Range, im.size()));
   RvpiConnectedComp reg{};
-  ASSERT_EQ(rvpiFloodFill_Range4Con_16u_C1IR(im.ptr(), im.step(), im.size(), {1, 0}, 500, 20,
-                                             20, &reg, buf.ptr()),
+  ASSERT_EQ(rvpiFloodFill_Range4Con_16u_C1IR(im.ptr(), im.step(), im.size(), {1, 0}, 500, 20, 20,
+                                             &reg, buf.ptr()),
             0);
   EXPECT_EQ(im.at(0, 0), 500);  // v = 10, minDelta 20: the interval starts at 0
   EXPECT_EQ(im.at(2, 0), 500);
@@ -369,8 +368,8 @@ TEST(FloodFill, RangeClampsAtTheTypeLimits) {
   TestImage<Rvp8u> b(3, 1);
   const Rvp8u bv[3] = {250, 255, 254};
   for (int x = 0; x < 3; ++x) b.set(x, 0, bv[x]);
-  ASSERT_EQ(rvpiFloodFill_Range8Con_8u_C1IR(b.ptr(), b.step(), b.size(), {0, 0}, 1, 0, 200,
-                                            &reg, buf.ptr()),
+  ASSERT_EQ(rvpiFloodFill_Range8Con_8u_C1IR(b.ptr(), b.step(), b.size(), {0, 0}, 1, 0, 200, &reg,
+                                            buf.ptr()),
             0);
   EXPECT_EQ(reg.area, 3.0);
 }
@@ -412,8 +411,8 @@ TEST(FloodFill, DiagonalNeighboursJoinOnlyUnder8Connectivity) {
       OddBuffer buf(rvpt::fill_buffer_size(rule, t.size()));
       RvpiConnectedComp reg{};
       const Rvp32f nv = 5.0f, d = 0.0f;
-      ASSERT_EQ(rvpt::fill_c<1>(rule, conn8, t.ptr(), t.step(), t.size(), {1, 1}, &nv,
-                                         &d, &d, &reg, buf.ptr()),
+      ASSERT_EQ(rvpt::fill_c<1>(rule, conn8, t.ptr(), t.step(), t.size(), {1, 1}, &nv, &d, &d, &reg,
+                                buf.ptr()),
                 0);
       EXPECT_EQ(reg.area, conn8 ? 4.0 : 1.0);
       EXPECT_EQ(t.at(3, 3), conn8 ? 5.0f : 1.0f);
@@ -495,7 +494,13 @@ void bad_arguments() {
       {false, false, false, false, {w, -1}, good, {0, 0}, rvpStsSizeErr},
       {false, false, false, false, {w, h}, good - es, {-1, 0}, rvpStsStepErr},
       {false, false, false, false, {w, h}, -good, {0, 0}, rvpStsStepErr},
-      {false, false, false, false, {w, h}, good + (es > 1 ? 1 : 0), {w, 0},
+      {false,
+       false,
+       false,
+       false,
+       {w, h},
+       good + (es > 1 ? 1 : 0),
+       {w, 0},
        es > 1 ? rvpStsNotEvenStepErr : rvpStsOutOfRangeErr},
       {false, false, false, false, {w, h}, good, {w, 0}, rvpStsOutOfRangeErr},
       {false, false, false, false, {w, h}, good, {0, h}, rvpStsOutOfRangeErr},
@@ -510,10 +515,10 @@ void bad_arguments() {
         RvpiConnectedComp reg;
         std::memset(&reg, 0x77, sizeof reg);
         const RvpiConnectedComp reg0 = reg;
-        const RvpStatus st = rvpt::fill_c<C>(
-            rule, conn8, b.null_img ? nullptr : im.ptr(), b.step, b.roi, b.seed,
-            b.null_nv ? nullptr : nv, b.null_nv ? nullptr : d, d, b.null_reg ? nullptr : &reg,
-            b.null_buf ? nullptr : buf.data());
+        const RvpStatus st =
+            rvpt::fill_c<C>(rule, conn8, b.null_img ? nullptr : im.ptr(), b.step, b.roi, b.seed,
+                            b.null_nv ? nullptr : nv, b.null_nv ? nullptr : d, d,
+                            b.null_reg ? nullptr : &reg, b.null_buf ? nullptr : buf.data());
         EXPECT_EQ(st, b.want) << "rule " << int(rule);
         EXPECT_EQ(im.bytes(), before.bytes());
         EXPECT_EQ(std::memcmp(&reg, &reg0, sizeof reg), 0);
@@ -523,10 +528,10 @@ void bad_arguments() {
   if constexpr (C == 3) {  // a null delta pointer alone
     RvpiConnectedComp reg{};
     EXPECT_EQ(rvpt::fill_c<C>(FillRule::Range, false, im.ptr(), good, {w, h}, {0, 0}, nv, d,
-                                  static_cast<const T*>(nullptr), &reg, buf.data()),
+                              static_cast<const T*>(nullptr), &reg, buf.data()),
               rvpStsNullPtrErr);
     EXPECT_EQ(rvpt::fill_c<C>(FillRule::Grad, true, im.ptr(), good, {w, h}, {0, 0}, nv,
-                                  static_cast<const T*>(nullptr), d, &reg, buf.data()),
+                              static_cast<const T*>(nullptr), d, &reg, buf.data()),
               rvpStsNullPtrErr);
   }
 }
@@ -556,8 +561,8 @@ void guarded_fills() {
           OddBuffer buf(rvpt::fill_buffer_size(rule, {w, h}));
           RvpiConnectedComp reg{};
           const T nv[3] = {T(4), T(4), T(4)}, d[3] = {T(0), T(0), T(0)};
-          ASSERT_EQ(rvpt::fill_c<C>(rule, (w + h) % 2 == 0, im.ptr(), step, {w, h},
-                                        {w - 1, 0}, nv, d, d, &reg, buf.ptr()),
+          ASSERT_EQ(rvpt::fill_c<C>(rule, (w + h) % 2 == 0, im.ptr(), step, {w, h}, {w - 1, 0}, nv,
+                                    d, d, &reg, buf.ptr()),
                     0);
           const bool limited = rule == FillRule::Range && w * h >= 4 && w * h < 8 && h > 1;
           if (!limited) {

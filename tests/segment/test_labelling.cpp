@@ -54,8 +54,8 @@ Expected reference_labels(const TestImage<T>& im, bool conn8, int min_label, int
   Expected e;
   std::vector<int> idx;
   e.count = rvpt::label_components(
-      w, h, conn8, [&](int p) { return im.at(p % w, p / w) != 0; },
-      [](int, int) { return true; }, idx);
+      w, h, conn8, [&](int p) { return im.at(p % w, p / w) != 0; }, [](int, int) { return true; },
+      idx);
   e.lab.assign(idx.size(), 0);
   const int64_t span = int64_t(max_label) - min_label + 1;
   for (size_t p = 0; p < idx.size(); ++p)
@@ -71,7 +71,9 @@ Expected reference_labels(const TestImage<T>& im, bool conn8, int min_label, int
 }
 
 // The fill stack of a labelling buffer holds at least this many spans.
-int64_t fill_capacity(RvpiSize roi) { return std::max<int64_t>(4, int64_t(roi.width) * roi.height / 4 + 1); }
+int64_t fill_capacity(RvpiSize roi) {
+  return std::max<int64_t>(4, int64_t(roi.width) * roi.height / 4 + 1);
+}
 
 template <class T>
 void expect_labels(const TestImage<T>& before, const TestImage<T>& after, const Expected& e) {
@@ -162,9 +164,8 @@ TEST(LabelMarkers, RunsPathAndFillPathAgree) {
 
     TestImage<Rvp16u> a = im;
     int count = -1;
-    const bool ok = rvp::seg::label_by_runs<Rvp16u, Rvp16u>(a.ptr(), a.step(), a.ptr(), a.step(),
-                                                            w, h, mn, mx, conn8, buf.data() + 1,
-                                                            bytes, &count);
+    const bool ok = rvp::seg::label_by_runs<Rvp16u, Rvp16u>(
+        a.ptr(), a.step(), a.ptr(), a.step(), w, h, mn, mx, conn8, buf.data() + 1, bytes, &count);
     if (ok) {
       ++runs_used;
       ASSERT_LE(e.max_runs, fill_capacity(im.size()));
@@ -200,8 +201,10 @@ TEST(LabelMarkers, RowRunsMatchAScalarScan) {
     }
     std::vector<int32_t> want;
     for (int x = 0; x < w; ++x)
-      if (r8[x + 1] && (x == 0 || !r8[x])) want.push_back(x);
-      else if (!r8[x + 1] && x > 0 && r8[x]) want.push_back(x - 1);
+      if (r8[x + 1] && (x == 0 || !r8[x]))
+        want.push_back(x);
+      else if (!r8[x + 1] && x > 0 && r8[x])
+        want.push_back(x - 1);
     if (w > 0 && r8[w]) want.push_back(w - 1);
     std::vector<int32_t> got(size_t(w) + 2);
     const int n8 = rvp::seg::row_runs(r8.data() + 1, w, got.data());  // odd address
@@ -219,9 +222,9 @@ TEST(LabelMarkers, EdgeCases) {
   for (int y = 0; y < 4; ++y)
     for (int x = 0; x < 6; ++x) zero.set(x, y, 0);
   const TestImage<Rvp8u> zero0 = zero;
-  ASSERT_EQ(rvpiLabelMarkers_8u_C1IR(zero.ptr(), zero.step(), zero.size(), 1, 254, 0, &num,
-                                     buf.ptr()),
-            0);
+  ASSERT_EQ(
+      rvpiLabelMarkers_8u_C1IR(zero.ptr(), zero.step(), zero.size(), 1, 254, 0, &num, buf.ptr()),
+      0);
   EXPECT_EQ(num, 0);
   EXPECT_EQ(zero.bytes(), zero0.bytes());
   // Diagonal pairs: one region under norm 0, two under norm 1; a 65535 pixel is a marker too.
@@ -231,8 +234,7 @@ TEST(LabelMarkers, EdgeCases) {
       for (int x = 0; x < 6; ++x) d.set(x, y, 0);
     d.set(1, 1, 65535);
     d.set(2, 2, 7);
-    ASSERT_EQ(rvpiLabelMarkers_16u_C1IR(d.ptr(), d.step(), d.size(), 10, 20, norm, &num,
-                                        buf.ptr()),
+    ASSERT_EQ(rvpiLabelMarkers_16u_C1IR(d.ptr(), d.step(), d.size(), 10, 20, norm, &num, buf.ptr()),
               0);
     EXPECT_EQ(num, norm == 0 ? 1 : 2);
     EXPECT_EQ(d.at(1, 1), 10);
@@ -242,17 +244,15 @@ TEST(LabelMarkers, EdgeCases) {
   TestImage<Rvp8u> dots(6, 4);
   for (int y = 0; y < 4; ++y)
     for (int x = 0; x < 6; ++x) dots.set(x, y, (x % 2 == 0 && y % 2 == 0) ? 9 : 0);
-  ASSERT_EQ(rvpiLabelMarkers_8u_C1IR(dots.ptr(), dots.step(), dots.size(), 1, 1, 1, &num,
-                                     buf.ptr()),
-            0);
+  ASSERT_EQ(
+      rvpiLabelMarkers_8u_C1IR(dots.ptr(), dots.step(), dots.size(), 1, 1, 1, &num, buf.ptr()), 0);
   EXPECT_EQ(num, 6);
   EXPECT_EQ(dots.at(4, 2), 1);
   // Wrap: labels 5, 6, 5, 6, ...
   for (int y = 0; y < 4; ++y)
     for (int x = 0; x < 6; ++x) dots.set(x, y, (x % 2 == 0 && y % 2 == 0) ? 9 : 0);
-  ASSERT_EQ(rvpiLabelMarkers_8u_C1IR(dots.ptr(), dots.step(), dots.size(), 5, 6, 0, &num,
-                                     buf.ptr()),
-            0);
+  ASSERT_EQ(
+      rvpiLabelMarkers_8u_C1IR(dots.ptr(), dots.step(), dots.size(), 5, 6, 0, &num, buf.ptr()), 0);
   EXPECT_EQ(num, 6);
   EXPECT_EQ(dots.at(0, 0), 5);
   EXPECT_EQ(dots.at(2, 0), 6);
@@ -289,8 +289,8 @@ TEST(LabelMarkers, BadArgumentsReturnTheirCodeAndWriteNothing) {
       {false, false, false, roi, 10, 1, 5, -1, rvpStsBadArgErr},
   };
   for (const C16& c : c16) {
-    EXPECT_EQ(rvpiLabelMarkers_16u_C1IR(c.null_img ? nullptr : im.ptr(), c.step, c.roi, c.mn,
-                                        c.mx, c.norm, c.null_num ? nullptr : &num,
+    EXPECT_EQ(rvpiLabelMarkers_16u_C1IR(c.null_img ? nullptr : im.ptr(), c.step, c.roi, c.mn, c.mx,
+                                        c.norm, c.null_num ? nullptr : &num,
                                         c.null_buf ? nullptr : buf.data()),
               c.want);
   }
@@ -302,23 +302,19 @@ TEST(LabelMarkers, BadArgumentsReturnTheirCodeAndWriteNothing) {
   // 8u32s.
   EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, nullptr, 20, roi, 1, 9, 0, &num, buf.data()),
             rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 20, {-1, 3}, 1, 9, 0, &num,
-                                       buf.data()),
-            rvpStsSizeErr);
-  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 4, dst.ptr(), 22, roi, 1, 9, 0, &num,
-                                       buf.data()),
+  EXPECT_EQ(
+      rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 20, {-1, 3}, 1, 9, 0, &num, buf.data()),
+      rvpStsSizeErr);
+  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 4, dst.ptr(), 22, roi, 1, 9, 0, &num, buf.data()),
             rvpStsStepErr);
-  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 19, roi, 1, 9, 0, &num,
-                                       buf.data()),
+  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 19, roi, 1, 9, 0, &num, buf.data()),
             rvpStsStepErr);
-  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 22, roi, 0, 9, 7, &num,
-                                       buf.data()),
+  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 22, roi, 0, 9, 7, &num, buf.data()),
             rvpStsNotEvenStepErr);
   EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 20, roi, 1, 2147483647, 0, &num,
                                        buf.data()),
             rvpStsBadArgErr);
-  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 20, roi, 1, 9, 3, &num,
-                                       buf.data()),
+  EXPECT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), 5, dst.ptr(), 20, roi, 1, 9, 3, &num, buf.data()),
             rvpStsBadArgErr);
   EXPECT_EQ(num, 77);
   EXPECT_EQ(im.bytes(), im0);
@@ -350,9 +346,8 @@ TEST(LabelMarkers, GuardedImages) {
           }
         OddBuffer buf(label_buffer_size({w, h}));
         int a = -1, b = -1;
-        ASSERT_EQ(rvpiLabelMarkers_16u_C1IR(im.ptr(), step16, {w, h}, 1, 65534, w % 2, &a,
-                                            buf.ptr()),
-                  0);
+        ASSERT_EQ(
+            rvpiLabelMarkers_16u_C1IR(im.ptr(), step16, {w, h}, 1, 65534, w % 2, &a, buf.ptr()), 0);
         ASSERT_EQ(rvpiLabelMarkers_8u32s_C1R(src.ptr(), src.step(), dst.ptr(), 4 * w, {w, h}, 1,
                                              1000, w % 2, &b, buf.ptr()),
                   0);
@@ -416,10 +411,13 @@ void random_speckles(int iterations, uint32_t seed) {
     const int levels = 2 + int(rng() % 20);
     for (int y = 0; y < h; ++y)
       for (int x = 0; x < w; ++x) {
-        T v = T(int(rng() % levels) * (std::is_signed_v<T> ? 1 : 1) - (std::is_signed_v<T> ? 5 : 0));
+        T v =
+            T(int(rng() % levels) * (std::is_signed_v<T> ? 1 : 1) - (std::is_signed_v<T> ? 5 : 0));
         if constexpr (std::is_floating_point_v<T>) {
-          if (rng() % 50 == 0) v = std::numeric_limits<T>::quiet_NaN();
-          else v = T(v) * T(0.25);
+          if (rng() % 50 == 0)
+            v = std::numeric_limits<T>::quiet_NaN();
+          else
+            v = T(v) * T(0.25);
         }
         im.set(x, y, v);
       }
@@ -447,9 +445,8 @@ TEST(MarkSpeckles, EdgeCases) {
     for (int y = 0; y < 5; ++y)
       for (int x = 0; x < 5; ++x) im.set(x, y, 50);
     im.set(2, 2, 200);  // isolated: its neighbours differ by 150
-    ASSERT_EQ(rvpiMarkSpeckles_8u_C1IR(im.ptr(), im.step(), im.size(), 0, max_size, 10, 1,
-                                       buf.ptr()),
-              0);
+    ASSERT_EQ(
+        rvpiMarkSpeckles_8u_C1IR(im.ptr(), im.step(), im.size(), 0, max_size, 10, 1, buf.ptr()), 0);
     EXPECT_EQ(im.at(2, 2), max_size == 1 ? 0 : 200);
     EXPECT_EQ(im.at(0, 0), 50);
   }
@@ -482,18 +479,13 @@ TEST(MarkSpeckles, BadArgumentsReturnTheirCodeAndWriteNothing) {
   const auto buf0 = buf;
   EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(nullptr, 8, {4, 3}, 0, 5, 1, 1, buf.data()),
             rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 8, {0, 3}, 0, 5, 1, 1, nullptr),
-            rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 1, {4, 0}, 0, 5, 1, 2, buf.data()),
-            rvpStsSizeErr);
-  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 6, {4, 3}, 0, 5, 1, 2, buf.data()),
-            rvpStsStepErr);
+  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 8, {0, 3}, 0, 5, 1, 1, nullptr), rvpStsNullPtrErr);
+  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 1, {4, 0}, 0, 5, 1, 2, buf.data()), rvpStsSizeErr);
+  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 6, {4, 3}, 0, 5, 1, 2, buf.data()), rvpStsStepErr);
   EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 9, {4, 3}, 0, 5, 1, 2, buf.data()),
             rvpStsNotEvenStepErr);
-  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 8, {4, 3}, 0, 5, 1, 0, buf.data()),
-            rvpStsModeErr);
-  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 8, {4, 3}, 0, 5, 1, 2, buf.data()),
-            rvpStsModeErr);
+  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 8, {4, 3}, 0, 5, 1, 0, buf.data()), rvpStsModeErr);
+  EXPECT_EQ(rvpiMarkSpeckles_16u_C1IR(im.ptr(), 8, {4, 3}, 0, 5, 1, 2, buf.data()), rvpStsModeErr);
   EXPECT_EQ(im.bytes(), im0);
   EXPECT_EQ(buf, buf0);
   int n = 9;
