@@ -138,6 +138,56 @@ TEST(SegmentXcheck, FloodFillFloatingRangeMatchesOpenCV) {
   EXPECT_EQ(t.same, t.total);
 }
 
+// Single-precision photographs (integral gray levels, so interval ends are exact in both
+// libraries): plain, fixed-range and floating-range fills.
+TEST(SegmentXcheck, FloodFill32fMatchesOpenCV) {
+  Tally t;
+  for (const cv::Mat& gray : photos(cv::IMREAD_GRAYSCALE))
+    for (int conn : {4, 8})
+      for (int mode = 0; mode < 3; ++mode)
+        for (cv::Point s : seeds(gray, 5)) {
+          cv::Mat a, b;
+          gray.convertTo(a, CV_32F);
+          b = a.clone();
+          const RvpiSize roi{a.cols, a.rows};
+          int bytes = 0;
+          if (mode == 2)
+            rvpiFloodFillGetSize_Grad(roi, &bytes);
+          else
+            rvpiFloodFillGetSize(roi, &bytes);
+          auto buf = buffer(bytes);
+          RvpiConnectedComp reg{};
+          const Rvp32f nv = -1.0f, d = mode == 1 ? 6.0f : 2.0f;
+          Rvp32f* px = a.ptr<Rvp32f>();
+          const int step = int(a.step);
+          const RvpiPoint sp{s.x, s.y};
+          RvpStatus st;
+          int flags = conn;
+          if (mode == 0) {
+            st = (conn == 4 ? rvpiFloodFill_4Con_32f_C1IR : rvpiFloodFill_8Con_32f_C1IR)(
+                px, step, roi, sp, nv, &reg, buf.data() + 1);
+          } else if (mode == 1) {
+            st = (conn == 4 ? rvpiFloodFill_Range4Con_32f_C1IR : rvpiFloodFill_Range8Con_32f_C1IR)(
+                px, step, roi, sp, nv, d, d, &reg, buf.data() + 1);
+            flags |= cv::FLOODFILL_FIXED_RANGE;
+          } else {
+            st = (conn == 4 ? rvpiFloodFill_Grad4Con_32f_C1IR : rvpiFloodFill_Grad8Con_32f_C1IR)(
+                px, step, roi, sp, nv, d, d, &reg, buf.data() + 1);
+          }
+          ASSERT_EQ(st, 0);
+          const double cd = mode == 0 ? 0.0 : d;
+          const int area =
+              cv::floodFill(b, s, cv::Scalar(nv), nullptr, cv::Scalar(cd), cv::Scalar(cd), flags);
+          const bool same = cv::norm(a, b, cv::NORM_INF) == 0 && reg.area == area;
+          t.same += same;
+          t.large += area >= 1000;
+          ++t.total;
+          EXPECT_TRUE(same) << "mode " << mode << " conn " << conn << " seed " << s;
+        }
+  ASSERT_GT(t.total, 0);
+  std::printf("32f fills identical: %d / %d (%d of 1000+ pixels)\n", t.same, t.total, t.large);
+}
+
 // Labelling of thresholded photographs: the same partition as OpenCV's, and after renumbering
 // OpenCV's labels by the raster order of each region's first pixel, the same labels.
 TEST(SegmentXcheck, LabelMarkersMatchConnectedComponents) {
