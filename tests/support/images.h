@@ -69,7 +69,8 @@ T random_value(std::mt19937& rng) {
 template <class T>
 void fill_random(TestImage<T>& img, std::mt19937& rng) {
   for (int y = 0; y < img.height(); ++y)
-    for (int x = 0; x < img.width() * img.channels(); ++x) img.set(x, y, random_value<T>(rng));
+    for (int x = 0; x < img.width(); ++x)
+      for (int c = 0; c < img.channels(); ++c) img.set(x, y, random_value<T>(rng), c);
 }
 
 // Floats with the values that break careless code mixed in: NaN, ±inf, ±0, huge and tiny.
@@ -87,12 +88,13 @@ inline float special_float(std::mt19937& rng) {
 template <class T>
 void fill_random_special(TestImage<T>& img, std::mt19937& rng) {
   for (int y = 0; y < img.height(); ++y)
-    for (int x = 0; x < img.width() * img.channels(); ++x) {
-      if constexpr (std::is_same_v<T, float>)
-        img.set(x, y, special_float(rng));
-      else
-        img.set(x, y, random_value<T>(rng));
-    }
+    for (int x = 0; x < img.width(); ++x)
+      for (int c = 0; c < img.channels(); ++c) {
+        if constexpr (std::is_same_v<T, float>)
+          img.set(x, y, special_float(rng), c);
+        else
+          img.set(x, y, random_value<T>(rng), c);
+      }
 }
 
 // A mask with roughly `density` of its bytes nonzero (nonzero values vary, not just 255).
