@@ -122,8 +122,10 @@ struct U8Lanes {
     if constexpr ((N & kMax) != 0) max = _mm256_max_epu8(max, v);
     if constexpr ((N & kSum) != 0) sum = _mm256_add_epi64(sum, _mm256_sad_epu8(v, zero));
     if constexpr ((N & kSq) != 0) {
-      const __m256i lo = _mm256_unpacklo_epi8(v, zero);
-      const __m256i hi = _mm256_unpackhi_epi8(v, zero);
+      // Even and odd bytes as 16-bit words (shifts and masks keep the shuffle port free for
+      // the sum of absolute differences).
+      const __m256i lo = _mm256_and_si256(v, _mm256_set1_epi16(0x00FF));
+      const __m256i hi = _mm256_srli_epi16(v, 8);
       sq32 = _mm256_add_epi32(sq32, _mm256_add_epi32(_mm256_madd_epi16(lo, lo),
                                                      _mm256_madd_epi16(hi, hi)));
     }
@@ -136,7 +138,7 @@ struct U8Lanes {
   }
   template <unsigned N>
   void store(IntRow& r) {
-    flush();
+    if constexpr ((N & kSq) != 0) flush();
     if constexpr ((N & kMax) != 0) r.max = std::max(r.max, hmax_epu8(max));
     if constexpr ((N & kSum) != 0) r.sum += static_cast<int64_t>(hsum_epi64(sum));
     if constexpr ((N & kSq) != 0) r.sq += hsum_epi64(sq64);
@@ -145,42 +147,61 @@ struct U8Lanes {
 };
 
 // Rvp8u, one channel: 32 pixels a step. Masked-off pixels become 0 (they add nothing to max,
-// sums or squares) and count 0.
-template <Form F, unsigned N>
-inline void int_row_u8(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n, IntRow& num,
-                       IntRow& den) {
+// sums or squares) and count 0. Without a mask every vector pixel counts.
+template <Form F, unsigned N, bool Masked>
+inline void int_row_u8_body(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n,
+                            IntRow& num, IntRow& den) {
   U8Lanes ln, ld;
   const __m256i zero = _mm256_setzero_si256();
   const __m256i one = _mm256_set1_epi8(1);
+  constexpr unsigned kVecNeed = Masked ? N : (N & ~unsigned{kCount});
   int j = 0;
   int steps = 0;
   for (; j + 32 <= n; j += 32) {
-    __m256i sel = _mm256_set1_epi8(-1);
-    if (mask != nullptr) {
+    __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + j));
+    __m256i y = zero;
+    if constexpr (F == Form::Diff || F == Form::Rel)
+      y = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + j));
+    __m256i ones_sel = one;
+    if constexpr (Masked) {
       const __m256i m = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(mask + j));
-      sel = _mm256_xor_si256(_mm256_cmpeq_epi8(m, zero), sel);
+      const __m256i off = _mm256_cmpeq_epi8(m, zero);
+      ones_sel = _mm256_andnot_si256(off, one);
+      x = _mm256_andnot_si256(off, x);
+      y = _mm256_andnot_si256(off, y);
     }
-    const __m256i ones_sel = _mm256_and_si256(sel, one);
-    const __m256i x =
-        _mm256_and_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + j)), sel);
     if constexpr (F == Form::Value || F == Form::Abs) {
-      ln.add<N>(x, ones_sel);
+      ln.add<kVecNeed>(x, ones_sel);
     } else {
-      const __m256i y =
-          _mm256_and_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + j)), sel);
-      ln.add<N>(_mm256_or_si256(_mm256_subs_epu8(x, y), _mm256_subs_epu8(y, x)), ones_sel);
-      if constexpr (F == Form::Rel) ld.add<N>(y, ones_sel);
+      ln.add<kVecNeed>(_mm256_or_si256(_mm256_subs_epu8(x, y), _mm256_subs_epu8(y, x)),
+                       ones_sel);
+      if constexpr (F == Form::Rel) ld.add<kVecNeed>(y, ones_sel);
     }
-    if (++steps == kBlockSteps) {
-      ln.flush();
-      ld.flush();
-      steps = 0;
+    if constexpr ((N & kSq) != 0) {
+      if (++steps == kBlockSteps) {
+        ln.flush();
+        ld.flush();
+        steps = 0;
+      }
     }
   }
-  ln.store<N>(num);
-  if constexpr (F == Form::Rel) ld.store<N>(den);
+  ln.store<kVecNeed>(num);
+  if constexpr (F == Form::Rel) ld.store<kVecNeed>(den);
+  if constexpr (!Masked && (N & kCount) != 0) {
+    num.count += j;
+    den.count += F == Form::Rel ? j : 0;
+  }
   ref::int_row<Rvp8u, F, N>(a + j, b == nullptr ? nullptr : b + j, 1,
                             mask == nullptr ? nullptr : mask + j, n - j, num, den);
+}
+
+template <Form F, unsigned N>
+inline void int_row_u8(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n, IntRow& num,
+                       IntRow& den) {
+  if (mask != nullptr)
+    int_row_u8_body<F, N, true>(a, b, mask, n, num, den);
+  else
+    int_row_u8_body<F, N, false>(a, b, mask, n, num, den);
 }
 
 }  // namespace avx2
