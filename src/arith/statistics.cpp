@@ -82,6 +82,8 @@ void reduce(const T* a, int aStep, const T* b, int bStep, const Rvp8u* mask, int
       IntRow rn, rd;
       if constexpr (Ch == 1 && std::is_same_v<T, Rvp8u>)
         avx2::int_row_u8<F, N>(ra, rb, rm, roi.width, rn, rd);
+      else if constexpr (Ch == 1)
+        avx2::int_row_i32<T, F, N>(ra, rb, rm, roi.width, rn, rd);
       else
         ref::int_row<T, F, N>(ra, rb, Ch, rm, roi.width, rn, rd);
       num.add(rn);

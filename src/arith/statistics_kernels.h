@@ -204,6 +204,100 @@ inline void int_row_u8(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n,
     int_row_u8_body<F, N, false>(a, b, mask, n, num, den);
 }
 
+// Rvp8s and Rvp16u, one channel: 8 pixels a step in 32-bit lanes. Sums and counts stay in
+// 32-bit lanes for at most kWideSteps steps (65535 per lane a step) before they are widened;
+// squares of 16-bit values need 64 bits at once (even and odd lanes multiplied apart).
+constexpr int kWideSteps = 16384;
+
+template <class T>
+inline __m256i load8_epi32(const T* p) {
+  if constexpr (std::is_same_v<T, Rvp8s>)
+    return _mm256_cvtepi8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+  else
+    return _mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+}
+
+template <class T>
+struct I32Lanes {
+  __m256i max = _mm256_setzero_si256();
+  __m256i sum32 = _mm256_setzero_si256(), sum64 = _mm256_setzero_si256();
+  __m256i sq32 = _mm256_setzero_si256(), sq64 = _mm256_setzero_si256();
+  __m256i cnt32 = _mm256_setzero_si256(), cnt64 = _mm256_setzero_si256();
+
+  // v: the value (negative only in the Value form of Rvp8s); on: -1 selected, 0 masked off
+  // (v is already 0 there).
+  template <unsigned N>
+  void add(__m256i v, __m256i on) {
+    if constexpr ((N & kMax) != 0) max = _mm256_max_epi32(max, v);
+    if constexpr ((N & kSum) != 0) sum32 = _mm256_add_epi32(sum32, v);
+    if constexpr ((N & kSq) != 0) {
+      if constexpr (std::is_same_v<T, Rvp8s>) {
+        sq32 = _mm256_add_epi32(sq32, _mm256_mullo_epi32(v, v));
+      } else {
+        const __m256i odd = _mm256_srli_epi64(v, 32);
+        sq64 = _mm256_add_epi64(sq64, _mm256_add_epi64(_mm256_mul_epu32(v, v),
+                                                       _mm256_mul_epu32(odd, odd)));
+      }
+    }
+    if constexpr ((N & kCount) != 0) cnt32 = _mm256_sub_epi32(cnt32, on);
+  }
+  void flush() {
+    sum64 = _mm256_add_epi64(
+        sum64, _mm256_add_epi64(_mm256_cvtepi32_epi64(_mm256_castsi256_si128(sum32)),
+                                _mm256_cvtepi32_epi64(_mm256_extracti128_si256(sum32, 1))));
+    sq64 = widen_add_epu32(sq64, sq32);
+    cnt64 = widen_add_epu32(cnt64, cnt32);
+    sum32 = sq32 = cnt32 = _mm256_setzero_si256();
+  }
+  template <unsigned N>
+  void store(IntRow& r) {
+    flush();
+    if constexpr ((N & kMax) != 0) {
+      alignas(32) int32_t m[8];
+      _mm256_store_si256(reinterpret_cast<__m256i*>(m), max);
+      for (int32_t v : m) r.max = v > static_cast<int32_t>(r.max) ? uint32_t(v) : r.max;
+    }
+    if constexpr ((N & kSum) != 0) r.sum += static_cast<int64_t>(hsum_epi64(sum64));
+    if constexpr ((N & kSq) != 0) r.sq += hsum_epi64(sq64);
+    if constexpr ((N & kCount) != 0) r.count += static_cast<int64_t>(hsum_epi64(cnt64));
+  }
+};
+
+template <class T, Form F, unsigned N>
+inline void int_row_i32(const T* a, const T* b, const Rvp8u* mask, int n, IntRow& num,
+                        IntRow& den) {
+  I32Lanes<T> ln, ld;
+  const __m256i zero = _mm256_setzero_si256();
+  int j = 0;
+  int steps = 0;
+  for (; j + 8 <= n; j += 8) {
+    __m256i on = _mm256_set1_epi32(-1);
+    if (mask != nullptr)
+      on = _mm256_xor_si256(
+          _mm256_cmpeq_epi32(
+              _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(mask + j))),
+              zero),
+          on);
+    const __m256i x = _mm256_and_si256(load8_epi32(a + j), on);
+    if constexpr (F == Form::Value) ln.template add<N>(x, on);
+    if constexpr (F == Form::Abs) ln.template add<N>(_mm256_abs_epi32(x), on);
+    if constexpr (F == Form::Diff || F == Form::Rel) {
+      const __m256i y = _mm256_and_si256(load8_epi32(b + j), on);
+      ln.template add<N>(_mm256_abs_epi32(_mm256_sub_epi32(x, y)), on);
+      if constexpr (F == Form::Rel) ld.template add<N>(_mm256_abs_epi32(y), on);
+    }
+    if (++steps == kWideSteps) {
+      ln.flush();
+      ld.flush();
+      steps = 0;
+    }
+  }
+  ln.template store<N>(num);
+  if constexpr (F == Form::Rel) ld.template store<N>(den);
+  ref::int_row<T, F, N>(a + j, b == nullptr ? nullptr : b + j, 1,
+                        mask == nullptr ? nullptr : mask + j, n - j, num, den);
+}
+
 }  // namespace avx2
 
 // ---- Rvp32f pixels -----------------------------------------------------------------------

@@ -309,20 +309,29 @@ TYPED_TEST(Stats, MinMaxIndxMatchesRasterScan) {
 
 // ---- vector kernels against the scalar references -----------------------------------------
 
-template <Form F, unsigned N>
-void compare_u8_rows(std::mt19937& rng) {
+template <class T, Form F, unsigned N>
+void compare_int_rows(std::mt19937& rng) {
   for (int trial = 0; trial < 60; ++trial) {
-    const int n = int(rng() % 300);
+    // Trial 0 is long enough to pass the in-row widening of the 32-bit lanes.
+    const int n = trial == 0 ? 300000 : int(rng() % 300);
     const int off = int(rng() % 32);
-    std::vector<Rvp8u> a(n + off), b(n + off), m(n + off);
-    for (auto& v : a) v = Rvp8u(trial % 3 == 0 ? 255 : rng());
-    for (auto& v : b) v = Rvp8u(rng());
-    for (auto& v : m) v = Rvp8u(rng() % 3 == 0 ? 0 : rng());
+    std::vector<T> a(n + off), b(n + off);
+    std::vector<Rvp8u> m(n + off);
+    // Extreme values in every third trial: the widest sums and squares.
+    for (auto& v : a)
+      v = trial % 3 == 0 ? std::numeric_limits<T>::lowest() : rvpt::random_value<T>(rng);
+    if (trial % 6 == 0)  // trial 0 included: the largest squares
+      for (auto& v : a) v = std::numeric_limits<T>::max();
+    for (auto& v : b) v = rvpt::random_value<T>(rng);
+    for (auto& v : m) v = Rvp8u(rng() % 3 == 0 ? 0 : 1 + rng() % 255);
     for (int masked = 0; masked < 2; ++masked) {
       const Rvp8u* mp = masked ? m.data() + off : nullptr;
       IntRow rn, rd, vn, vd;
-      rvp::arith::ref::int_row<Rvp8u, F, N>(a.data() + off, b.data() + off, 1, mp, n, rn, rd);
-      rvp::arith::avx2::int_row_u8<F, N>(a.data() + off, b.data() + off, mp, n, vn, vd);
+      rvp::arith::ref::int_row<T, F, N>(a.data() + off, b.data() + off, 1, mp, n, rn, rd);
+      if constexpr (std::is_same_v<T, Rvp8u>)
+        rvp::arith::avx2::int_row_u8<F, N>(a.data() + off, b.data() + off, mp, n, vn, vd);
+      else
+        rvp::arith::avx2::int_row_i32<T, F, N>(a.data() + off, b.data() + off, mp, n, vn, vd);
       for (auto [r, v] : {std::pair{rn, vn}, std::pair{rd, vd}}) {
         ASSERT_EQ(r.max, v.max) << n;
         ASSERT_EQ(r.sum, v.sum) << n;
@@ -331,6 +340,17 @@ void compare_u8_rows(std::mt19937& rng) {
       }
     }
   }
+}
+
+template <class T>
+void compare_int_forms(std::mt19937& rng) {
+  using namespace rvp::arith;
+  constexpr unsigned kAll = kMax | kSum | kSq | kCount;
+  compare_int_rows<T, Form::Value, kSum | kSq | kCount>(rng);
+  compare_int_rows<T, Form::Abs, kAll>(rng);
+  compare_int_rows<T, Form::Diff, kAll>(rng);
+  compare_int_rows<T, Form::Rel, kAll>(rng);
+  compare_int_rows<T, Form::Rel, kSq>(rng);
 }
 
 // Partial sums equal bit for bit; a NaN partial only needs to be NaN on both sides (its
@@ -376,11 +396,9 @@ TEST(StatisticsKernels, Avx2MatchesReference) {
   using namespace rvp::arith;
   std::mt19937 rng(21);
   constexpr unsigned kAll = kMax | kSum | kSq | kCount;
-  compare_u8_rows<Form::Value, kSum | kSq | kCount>(rng);
-  compare_u8_rows<Form::Abs, kAll>(rng);
-  compare_u8_rows<Form::Diff, kAll>(rng);
-  compare_u8_rows<Form::Rel, kAll>(rng);
-  compare_u8_rows<Form::Rel, kSq>(rng);
+  compare_int_forms<Rvp8u>(rng);
+  compare_int_forms<Rvp8s>(rng);
+  compare_int_forms<Rvp16u>(rng);
   compare_f32_rows<Form::Value, kSum | kSq | kCount>(rng);
   compare_f32_rows<Form::Abs, kAll>(rng);
   compare_f32_rows<Form::Diff, kAll>(rng);
