@@ -19,8 +19,8 @@ void statistics_demo(rvpcv_app::DemoContext& ctx) {
   rvpiMinMaxIndx_8u_C1R(g.row(0), g.step(), roi, &lo, &hi, &plo, &phi);
   char line[256];
   std::snprintf(line, sizeof line,
-                "  gray: mean %.3f, deviation %.3f, min %g at (%d, %d), max %g at (%d, %d)\n",
-                mean, sd, lo, plo.x, plo.y, hi, phi.x, phi.y);
+                "  gray: mean %.3f, deviation %.3f, min %g at (%d, %d), max %g at (%d, %d)\n", mean,
+                sd, lo, plo.x, plo.y, hi, phi.x, phi.y);
   ctx.out() << line;
   const char* names[3] = {"red", "green", "blue"};
   for (int coi = 1; coi <= 3; ++coi) {
@@ -55,8 +55,7 @@ void statistics_demo(rvpcv_app::DemoContext& ctx) {
                 "recently moved, status %d\n",
                 kFrames, 100.0 * double(active) / double(mhi.size()), st);
   ctx.out() << line;
-  ctx.save("statistics_motion_history.png",
-           rvpcv_app::float_to_gray(mhi.data(), w, h, w * 4));
+  ctx.save("statistics_motion_history.png", rvpcv_app::float_to_gray(mhi.data(), w, h, w * 4));
 }
 
 }  // namespace

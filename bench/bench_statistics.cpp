@@ -3,9 +3,9 @@
 // mask taken from the photograph itself (pixels brighter than 90).
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
-#include <memory>
 #include <string>
 
 #include "bench_common.h"
@@ -99,16 +99,16 @@ void register_type() {
             st.SetBytesProcessed(st.iterations() * bytes);
           });
       const std::string diff = std::string("NormDiff_") + kNormNames[k] + "_" + t + "_Mask";
-      benchmark::RegisterBenchmark(
-          rvpb::bench_name(diff, "rvpcv", s).c_str(), [in, roi, k, bytes](benchmark::State& st) {
-            Rvp64f r;
-            for (auto _ : st) {
-              F::diff[k](P<T>(in->a), S(in->a), P<T>(in->b), S(in->b), P<Rvp8u>(in->mask),
-                         S(in->mask), roi, &r);
-              benchmark::DoNotOptimize(r);
-            }
-            st.SetBytesProcessed(st.iterations() * 2 * bytes);
-          });
+      benchmark::RegisterBenchmark(rvpb::bench_name(diff, "rvpcv", s).c_str(),
+                                   [in, roi, k, bytes](benchmark::State& st) {
+                                     Rvp64f r;
+                                     for (auto _ : st) {
+                                       F::diff[k](P<T>(in->a), S(in->a), P<T>(in->b), S(in->b),
+                                                  P<Rvp8u>(in->mask), S(in->mask), roi, &r);
+                                       benchmark::DoNotOptimize(r);
+                                     }
+                                     st.SetBytesProcessed(st.iterations() * 2 * bytes);
+                                   });
       benchmark::RegisterBenchmark(
           rvpb::bench_name(diff, "opencv", s).c_str(), [in, k, bytes](benchmark::State& st) {
             for (auto _ : st)
@@ -118,64 +118,61 @@ void register_type() {
     }
     for (int masked = 0; masked < 2; ++masked) {
       const std::string sfx = "_" + t + (masked ? "_Mask" : "");
-      benchmark::RegisterBenchmark(
-          rvpb::bench_name("Mean_StdDev" + sfx, "rvpcv", s).c_str(),
-          [in, roi, masked, bytes](benchmark::State& st) {
-            Rvp64f m, d;
-            for (auto _ : st) {
-              if (masked)
-                F::msdm(P<T>(in->a), S(in->a), P<Rvp8u>(in->mask), S(in->mask), roi, &m, &d);
-              else
-                F::msd(P<T>(in->a), S(in->a), roi, &m, &d);
-              benchmark::DoNotOptimize(m);
-              benchmark::DoNotOptimize(d);
-            }
-            st.SetBytesProcessed(st.iterations() * bytes);
-          });
-      benchmark::RegisterBenchmark(
-          rvpb::bench_name("Mean_StdDev" + sfx, "opencv", s).c_str(),
-          [in, masked, bytes](benchmark::State& st) {
-            cv::Scalar m, d;
-            for (auto _ : st) {
-              if (masked)
-                cv::meanStdDev(in->a, m, d, in->mask);
-              else
-                cv::meanStdDev(in->a, m, d);
-              benchmark::DoNotOptimize(m);
-            }
-            st.SetBytesProcessed(st.iterations() * bytes);
-          });
-      benchmark::RegisterBenchmark(
-          rvpb::bench_name("MinMaxIndx" + sfx, "rvpcv", s).c_str(),
-          [in, roi, masked, bytes](benchmark::State& st) {
-            Rvp32f lo, hi;
-            RvpiPoint plo, phi;
-            for (auto _ : st) {
-              if (masked)
-                F::mmim(P<T>(in->a), S(in->a), P<Rvp8u>(in->mask), S(in->mask), roi, &lo, &hi,
-                        &plo, &phi);
-              else
-                F::mmi(P<T>(in->a), S(in->a), roi, &lo, &hi, &plo, &phi);
-              benchmark::DoNotOptimize(lo);
-              benchmark::DoNotOptimize(phi);
-            }
-            st.SetBytesProcessed(st.iterations() * bytes);
-          });
-      benchmark::RegisterBenchmark(
-          rvpb::bench_name("MinMaxIndx" + sfx, "opencv", s).c_str(),
-          [in, masked, bytes](benchmark::State& st) {
-            double lo, hi;
-            cv::Point plo, phi;
-            for (auto _ : st) {
-              if (masked)
-                cv::minMaxLoc(in->a, &lo, &hi, &plo, &phi, in->mask);
-              else
-                cv::minMaxLoc(in->a, &lo, &hi, &plo, &phi);
-              benchmark::DoNotOptimize(lo);
-              benchmark::DoNotOptimize(phi);
-            }
-            st.SetBytesProcessed(st.iterations() * bytes);
-          });
+      benchmark::RegisterBenchmark(rvpb::bench_name("Mean_StdDev" + sfx, "rvpcv", s).c_str(),
+                                   [in, roi, masked, bytes](benchmark::State& st) {
+                                     Rvp64f m, d;
+                                     for (auto _ : st) {
+                                       if (masked)
+                                         F::msdm(P<T>(in->a), S(in->a), P<Rvp8u>(in->mask),
+                                                 S(in->mask), roi, &m, &d);
+                                       else
+                                         F::msd(P<T>(in->a), S(in->a), roi, &m, &d);
+                                       benchmark::DoNotOptimize(m);
+                                       benchmark::DoNotOptimize(d);
+                                     }
+                                     st.SetBytesProcessed(st.iterations() * bytes);
+                                   });
+      benchmark::RegisterBenchmark(rvpb::bench_name("Mean_StdDev" + sfx, "opencv", s).c_str(),
+                                   [in, masked, bytes](benchmark::State& st) {
+                                     cv::Scalar m, d;
+                                     for (auto _ : st) {
+                                       if (masked)
+                                         cv::meanStdDev(in->a, m, d, in->mask);
+                                       else
+                                         cv::meanStdDev(in->a, m, d);
+                                       benchmark::DoNotOptimize(m);
+                                     }
+                                     st.SetBytesProcessed(st.iterations() * bytes);
+                                   });
+      benchmark::RegisterBenchmark(rvpb::bench_name("MinMaxIndx" + sfx, "rvpcv", s).c_str(),
+                                   [in, roi, masked, bytes](benchmark::State& st) {
+                                     Rvp32f lo, hi;
+                                     RvpiPoint plo, phi;
+                                     for (auto _ : st) {
+                                       if (masked)
+                                         F::mmim(P<T>(in->a), S(in->a), P<Rvp8u>(in->mask),
+                                                 S(in->mask), roi, &lo, &hi, &plo, &phi);
+                                       else
+                                         F::mmi(P<T>(in->a), S(in->a), roi, &lo, &hi, &plo, &phi);
+                                       benchmark::DoNotOptimize(lo);
+                                       benchmark::DoNotOptimize(phi);
+                                     }
+                                     st.SetBytesProcessed(st.iterations() * bytes);
+                                   });
+      benchmark::RegisterBenchmark(rvpb::bench_name("MinMaxIndx" + sfx, "opencv", s).c_str(),
+                                   [in, masked, bytes](benchmark::State& st) {
+                                     double lo, hi;
+                                     cv::Point plo, phi;
+                                     for (auto _ : st) {
+                                       if (masked)
+                                         cv::minMaxLoc(in->a, &lo, &hi, &plo, &phi, in->mask);
+                                       else
+                                         cv::minMaxLoc(in->a, &lo, &hi, &plo, &phi);
+                                       benchmark::DoNotOptimize(lo);
+                                       benchmark::DoNotOptimize(phi);
+                                     }
+                                     st.SetBytesProcessed(st.iterations() * bytes);
+                                   });
     }
   }
 }

@@ -11,8 +11,8 @@ namespace rvp::arith {
 namespace {
 
 template <class S>
-RvpStatus update_motion_history(const S* silh, int silhStep, Rvp32f* mhi, int mhiStep,
-                                RvpiSize roi, Rvp32f timestamp, Rvp32f duration) {
+RvpStatus update_motion_history(const S* silh, int silhStep, Rvp32f* mhi, int mhiStep, RvpiSize roi,
+                                Rvp32f timestamp, Rvp32f duration) {
   if (auto st = any_null(silh, mhi)) return st;
   if (auto st = check_roi(roi)) return st;
   if (auto st = check_steps({image<S>(silhStep, roi), image<Rvp32f>(mhiStep, roi)})) return st;
@@ -33,21 +33,21 @@ RvpStatus update_motion_history(const S* silh, int silhStep, Rvp32f* mhi, int mh
 }  // namespace
 }  // namespace rvp::arith
 
-RvpStatus rvpiUpdateMotionHistory_8u32f_C1IR(const Rvp8u* pSilhouette, int silhStep,
-                                             Rvp32f* pMHI, int mhiStep, RvpiSize roiSize,
-                                             Rvp32f timestamp, Rvp32f mhiDuration) {
-  return rvp::arith::update_motion_history(pSilhouette, silhStep, pMHI, mhiStep, roiSize,
-                                           timestamp, mhiDuration);
+RvpStatus rvpiUpdateMotionHistory_8u32f_C1IR(const Rvp8u* pSilhouette, int silhStep, Rvp32f* pMHI,
+                                             int mhiStep, RvpiSize roiSize, Rvp32f timestamp,
+                                             Rvp32f mhiDuration) {
+  return rvp::arith::update_motion_history(pSilhouette, silhStep, pMHI, mhiStep, roiSize, timestamp,
+                                           mhiDuration);
 }
-RvpStatus rvpiUpdateMotionHistory_16u32f_C1IR(const Rvp16u* pSilhouette, int silhStep,
-                                              Rvp32f* pMHI, int mhiStep, RvpiSize roiSize,
-                                              Rvp32f timestamp, Rvp32f mhiDuration) {
-  return rvp::arith::update_motion_history(pSilhouette, silhStep, pMHI, mhiStep, roiSize,
-                                           timestamp, mhiDuration);
+RvpStatus rvpiUpdateMotionHistory_16u32f_C1IR(const Rvp16u* pSilhouette, int silhStep, Rvp32f* pMHI,
+                                              int mhiStep, RvpiSize roiSize, Rvp32f timestamp,
+                                              Rvp32f mhiDuration) {
+  return rvp::arith::update_motion_history(pSilhouette, silhStep, pMHI, mhiStep, roiSize, timestamp,
+                                           mhiDuration);
 }
-RvpStatus rvpiUpdateMotionHistory_32f_C1IR(const Rvp32f* pSilhouette, int silhStep,
-                                           Rvp32f* pMHI, int mhiStep, RvpiSize roiSize,
-                                           Rvp32f timestamp, Rvp32f mhiDuration) {
-  return rvp::arith::update_motion_history(pSilhouette, silhStep, pMHI, mhiStep, roiSize,
-                                           timestamp, mhiDuration);
+RvpStatus rvpiUpdateMotionHistory_32f_C1IR(const Rvp32f* pSilhouette, int silhStep, Rvp32f* pMHI,
+                                           int mhiStep, RvpiSize roiSize, Rvp32f timestamp,
+                                           Rvp32f mhiDuration) {
+  return rvp::arith::update_motion_history(pSilhouette, silhStep, pMHI, mhiStep, roiSize, timestamp,
+                                           mhiDuration);
 }

@@ -56,8 +56,7 @@ struct MotionKernel {
         s = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(silh + i)));
       else
         s = _mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(silh + i)));
-      set = _mm256_xor_si256(_mm256_cmpeq_epi32(s, _mm256_setzero_si256()),
-                             _mm256_set1_epi32(-1));
+      set = _mm256_xor_si256(_mm256_cmpeq_epi32(s, _mm256_setzero_si256()), _mm256_set1_epi32(-1));
     }
     const __m256i kept = _mm256_andnot_si256(clear, h);
     const __m256i r = _mm256_or_si256(_mm256_andnot_si256(set, kept),

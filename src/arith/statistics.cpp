@@ -55,9 +55,9 @@ template <class T, int Ch>
 RvpStatus check_images(RvpiSize roi, int aStep, bool two_sources, int bStep, bool masked,
                        int maskStep, int coi) {
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<T>(aStep, roi, Ch),
-                             two_sources ? image<T>(bStep, roi, Ch) : kNoImage,
-                             masked ? mask_image(maskStep, roi) : kNoImage}))
+  if (auto st =
+          check_steps({image<T>(aStep, roi, Ch), two_sources ? image<T>(bStep, roi, Ch) : kNoImage,
+                       masked ? mask_image(maskStep, roi) : kNoImage}))
     return st;
   if (Ch == 3 && (coi < 1 || coi > 3)) return rvpStsCOIErr;
   return rvpStsNoErr;
@@ -104,8 +104,7 @@ double norm_of(const IntTotal& t) {
 
 template <NormKind K>
 double norm_of(const FloatAcc& t) {
-  if constexpr (K == NormKind::Inf)
-    return t.nan ? std::numeric_limits<double>::quiet_NaN() : t.max;
+  if constexpr (K == NormKind::Inf) return t.nan ? std::numeric_limits<double>::quiet_NaN() : t.max;
   if constexpr (K == NormKind::L1) return canonical(combine8(t.sum));
   if constexpr (K == NormKind::L2) return canonical(std::sqrt(combine8(t.sq)));
 }
@@ -120,8 +119,8 @@ RvpStatus norm(const T* a, int aStep, const T* b, int bStep, const Rvp8u* mask, 
   if (auto st = check_images<T, Ch>(roi, aStep, kTwo, bStep, true, maskStep, coi)) return st;
   const int c0 = Ch == 3 ? coi - 1 : 0;
   Total<T> num, den;
-  reduce<T, F, kNormNeed<K>, Ch>(a + c0, aStep, kTwo ? b + c0 : nullptr, bStep, mask, maskStep,
-                                 roi, num, den);
+  reduce<T, F, kNormNeed<K>, Ch>(a + c0, aStep, kTwo ? b + c0 : nullptr, bStep, mask, maskStep, roi,
+                                 num, den);
   const double n = canonical(norm_of<K>(num));
   if constexpr (F != Form::Rel) {
     *out = n;
@@ -173,8 +172,8 @@ RvpStatus mean_std_dev(const T* a, int aStep, const Rvp8u* mask, int maskStep, R
   if (a == nullptr || (Masked && mask == nullptr)) return rvpStsNullPtrErr;
   if (auto st = check_images<T, Ch>(roi, aStep, false, 0, Masked, maskStep, coi)) return st;
   if (pMean == nullptr && pStdDev == nullptr) return rvpStsNoErr;
-  const Moments mo = moments<T, kSum | kSq | kCount, Ch>(a, aStep, Masked ? mask : nullptr,
-                                                          maskStep, roi, coi);
+  const Moments mo =
+      moments<T, kSum | kSq | kCount, Ch>(a, aStep, Masked ? mask : nullptr, maskStep, roi, coi);
   double m = 0.0, sd = 0.0;
   if (mo.count != 0) {
     const double n = static_cast<double>(mo.count);
@@ -225,8 +224,8 @@ RvpStatus min_max_indx(const T* a, int aStep, const Rvp8u* mask, int maskStep, R
   int ymin = -1, ymax = -1;
   bool any = false;
   for (int y = 0; y < roi.height; ++y) {
-    const RowExtremes r = row_extremes<T, Ch>(row(src, aStep, y),
-                                              m ? row(m, maskStep, y) : nullptr, roi.width);
+    const RowExtremes r =
+        row_extremes<T, Ch>(row(src, aStep, y), m ? row(m, maskStep, y) : nullptr, roi.width);
     any = any || r.any;
     if (r.min < vmin) vmin = r.min, ymin = y;
     if (r.max > vmax) vmax = r.max, ymax = y;
@@ -260,102 +259,99 @@ using rvp::arith::NormKind;
 
 // ---- exports: one line each, forwarding to the drivers -------------------------------------
 
-#define RVP_NORM_EXPORTS(n, K, t, T)                                                          \
-  RvpStatus rvpiNorm_##n##_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask,        \
-                                      int maskStep, RvpiSize roiSize, Rvp64f* pNorm) {       \
-    return rvp::arith::norm<T, K, Form::Abs, 1>(pSrc, srcStep, nullptr, 0, pMask, maskStep,  \
-                                                roiSize, 1, pNorm);                          \
-  }                                                                                          \
-  RvpStatus rvpiNorm_##n##_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask,       \
-                                       int maskStep, RvpiSize roiSize, int coi,              \
-                                       Rvp64f* pNorm) {                                      \
-    return rvp::arith::norm<T, K, Form::Abs, 3>(pSrc, srcStep, nullptr, 0, pMask, maskStep,  \
-                                                roiSize, coi, pNorm);                        \
-  }                                                                                          \
-  RvpStatus rvpiNormDiff_##n##_##t##_C1MR(const T* pSrc1, int src1Step, const T* pSrc2,      \
-                                          int src2Step, const Rvp8u* pMask, int maskStep,    \
-                                          RvpiSize roiSize, Rvp64f* pNorm) {                 \
-    return rvp::arith::norm<T, K, Form::Diff, 1>(pSrc1, src1Step, pSrc2, src2Step, pMask,    \
-                                                 maskStep, roiSize, 1, pNorm);               \
-  }                                                                                          \
-  RvpStatus rvpiNormDiff_##n##_##t##_C3CMR(const T* pSrc1, int src1Step, const T* pSrc2,     \
-                                           int src2Step, const Rvp8u* pMask, int maskStep,   \
-                                           RvpiSize roiSize, int coi, Rvp64f* pNorm) {       \
-    return rvp::arith::norm<T, K, Form::Diff, 3>(pSrc1, src1Step, pSrc2, src2Step, pMask,    \
-                                                 maskStep, roiSize, coi, pNorm);             \
-  }                                                                                          \
-  RvpStatus rvpiNormRel_##n##_##t##_C1MR(const T* pSrc1, int src1Step, const T* pSrc2,       \
-                                         int src2Step, const Rvp8u* pMask, int maskStep,     \
-                                         RvpiSize roiSize, Rvp64f* pNorm) {                  \
-    return rvp::arith::norm<T, K, Form::Rel, 1>(pSrc1, src1Step, pSrc2, src2Step, pMask,     \
-                                                maskStep, roiSize, 1, pNorm);                \
-  }                                                                                          \
-  RvpStatus rvpiNormRel_##n##_##t##_C3CMR(const T* pSrc1, int src1Step, const T* pSrc2,      \
-                                          int src2Step, const Rvp8u* pMask, int maskStep,    \
-                                          RvpiSize roiSize, int coi, Rvp64f* pNorm) {        \
-    return rvp::arith::norm<T, K, Form::Rel, 3>(pSrc1, src1Step, pSrc2, src2Step, pMask,     \
-                                                maskStep, roiSize, coi, pNorm);              \
+#define RVP_NORM_EXPORTS(n, K, t, T)                                                               \
+  RvpStatus rvpiNorm_##n##_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask,              \
+                                      int maskStep, RvpiSize roiSize, Rvp64f* pNorm) {             \
+    return rvp::arith::norm<T, K, Form::Abs, 1>(pSrc, srcStep, nullptr, 0, pMask, maskStep,        \
+                                                roiSize, 1, pNorm);                                \
+  }                                                                                                \
+  RvpStatus rvpiNorm_##n##_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask,             \
+                                       int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm) {   \
+    return rvp::arith::norm<T, K, Form::Abs, 3>(pSrc, srcStep, nullptr, 0, pMask, maskStep,        \
+                                                roiSize, coi, pNorm);                              \
+  }                                                                                                \
+  RvpStatus rvpiNormDiff_##n##_##t##_C1MR(const T* pSrc1, int src1Step, const T* pSrc2,            \
+                                          int src2Step, const Rvp8u* pMask, int maskStep,          \
+                                          RvpiSize roiSize, Rvp64f* pNorm) {                       \
+    return rvp::arith::norm<T, K, Form::Diff, 1>(pSrc1, src1Step, pSrc2, src2Step, pMask,          \
+                                                 maskStep, roiSize, 1, pNorm);                     \
+  }                                                                                                \
+  RvpStatus rvpiNormDiff_##n##_##t##_C3CMR(const T* pSrc1, int src1Step, const T* pSrc2,           \
+                                           int src2Step, const Rvp8u* pMask, int maskStep,         \
+                                           RvpiSize roiSize, int coi, Rvp64f* pNorm) {             \
+    return rvp::arith::norm<T, K, Form::Diff, 3>(pSrc1, src1Step, pSrc2, src2Step, pMask,          \
+                                                 maskStep, roiSize, coi, pNorm);                   \
+  }                                                                                                \
+  RvpStatus rvpiNormRel_##n##_##t##_C1MR(const T* pSrc1, int src1Step, const T* pSrc2,             \
+                                         int src2Step, const Rvp8u* pMask, int maskStep,           \
+                                         RvpiSize roiSize, Rvp64f* pNorm) {                        \
+    return rvp::arith::norm<T, K, Form::Rel, 1>(pSrc1, src1Step, pSrc2, src2Step, pMask, maskStep, \
+                                                roiSize, 1, pNorm);                                \
+  }                                                                                                \
+  RvpStatus rvpiNormRel_##n##_##t##_C3CMR(const T* pSrc1, int src1Step, const T* pSrc2,            \
+                                          int src2Step, const Rvp8u* pMask, int maskStep,          \
+                                          RvpiSize roiSize, int coi, Rvp64f* pNorm) {              \
+    return rvp::arith::norm<T, K, Form::Rel, 3>(pSrc1, src1Step, pSrc2, src2Step, pMask, maskStep, \
+                                                roiSize, coi, pNorm);                              \
   }
 
-#define RVP_STAT_EXPORTS(t, T)                                                                 \
-  RVP_NORM_EXPORTS(Inf, NormKind::Inf, t, T)                                                   \
-  RVP_NORM_EXPORTS(L1, NormKind::L1, t, T)                                                     \
-  RVP_NORM_EXPORTS(L2, NormKind::L2, t, T)                                                     \
-  RvpStatus rvpiMean_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask, int maskStep, \
-                                RvpiSize roiSize, Rvp64f* pMean) {                             \
-    return rvp::arith::mean<T, 1>(pSrc, srcStep, pMask, maskStep, roiSize, 1, pMean);          \
-  }                                                                                            \
-  RvpStatus rvpiMean_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask,              \
-                                 int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean) {     \
-    return rvp::arith::mean<T, 3>(pSrc, srcStep, pMask, maskStep, roiSize, coi, pMean);        \
-  }                                                                                            \
-  RvpStatus rvpiMean_StdDev_##t##_C1R(const T* pSrc, int srcStep, RvpiSize roiSize,           \
-                                      Rvp64f* pMean, Rvp64f* pStdDev) {                        \
-    return rvp::arith::mean_std_dev<T, 1, false>(pSrc, srcStep, nullptr, 0, roiSize, 1, pMean, \
-                                                 pStdDev);                                     \
-  }                                                                                            \
-  RvpStatus rvpiMean_StdDev_##t##_C3CR(const T* pSrc, int srcStep, RvpiSize roiSize, int coi, \
-                                       Rvp64f* pMean, Rvp64f* pStdDev) {                       \
-    return rvp::arith::mean_std_dev<T, 3, false>(pSrc, srcStep, nullptr, 0, roiSize, coi,      \
-                                                 pMean, pStdDev);                              \
-  }                                                                                            \
-  RvpStatus rvpiMean_StdDev_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask,        \
-                                       int maskStep, RvpiSize roiSize, Rvp64f* pMean,          \
-                                       Rvp64f* pStdDev) {                                      \
-    return rvp::arith::mean_std_dev<T, 1, true>(pSrc, srcStep, pMask, maskStep, roiSize, 1,    \
-                                                pMean, pStdDev);                               \
-  }                                                                                            \
-  RvpStatus rvpiMean_StdDev_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask,       \
-                                        int maskStep, RvpiSize roiSize, int coi,               \
-                                        Rvp64f* pMean, Rvp64f* pStdDev) {                      \
-    return rvp::arith::mean_std_dev<T, 3, true>(pSrc, srcStep, pMask, maskStep, roiSize, coi,  \
-                                                pMean, pStdDev);                               \
-  }                                                                                            \
-  RvpStatus rvpiMinMaxIndx_##t##_C1R(const T* pSrc, int srcStep, RvpiSize roiSize,            \
-                                     Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,   \
-                                     RvpiPoint* pMaxIndex) {                                   \
-    return rvp::arith::min_max_indx<T, 1, false>(pSrc, srcStep, nullptr, 0, roiSize, 1,        \
-                                                 pMinVal, pMaxVal, pMinIndex, pMaxIndex);      \
-  }                                                                                            \
-  RvpStatus rvpiMinMaxIndx_##t##_C3CR(const T* pSrc, int srcStep, RvpiSize roiSize, int coi,  \
-                                      Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,  \
-                                      RvpiPoint* pMaxIndex) {                                  \
-    return rvp::arith::min_max_indx<T, 3, false>(pSrc, srcStep, nullptr, 0, roiSize, coi,      \
-                                                 pMinVal, pMaxVal, pMinIndex, pMaxIndex);      \
-  }                                                                                            \
-  RvpStatus rvpiMinMaxIndx_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask,         \
-                                      int maskStep, RvpiSize roiSize, Rvp32f* pMinVal,         \
-                                      Rvp32f* pMaxVal, RvpiPoint* pMinIndex,                   \
-                                      RvpiPoint* pMaxIndex) {                                  \
-    return rvp::arith::min_max_indx<T, 1, true>(pSrc, srcStep, pMask, maskStep, roiSize, 1,    \
-                                                pMinVal, pMaxVal, pMinIndex, pMaxIndex);       \
-  }                                                                                            \
-  RvpStatus rvpiMinMaxIndx_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask,        \
-                                       int maskStep, RvpiSize roiSize, int coi,                \
-                                       Rvp32f* pMinVal, Rvp32f* pMaxVal,                       \
-                                       RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex) {           \
-    return rvp::arith::min_max_indx<T, 3, true>(pSrc, srcStep, pMask, maskStep, roiSize, coi,  \
-                                                pMinVal, pMaxVal, pMinIndex, pMaxIndex);       \
+#define RVP_STAT_EXPORTS(t, T)                                                                     \
+  RVP_NORM_EXPORTS(Inf, NormKind::Inf, t, T)                                                       \
+  RVP_NORM_EXPORTS(L1, NormKind::L1, t, T)                                                         \
+  RVP_NORM_EXPORTS(L2, NormKind::L2, t, T)                                                         \
+  RvpStatus rvpiMean_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask, int maskStep,      \
+                                RvpiSize roiSize, Rvp64f* pMean) {                                 \
+    return rvp::arith::mean<T, 1>(pSrc, srcStep, pMask, maskStep, roiSize, 1, pMean);              \
+  }                                                                                                \
+  RvpStatus rvpiMean_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask, int maskStep,     \
+                                 RvpiSize roiSize, int coi, Rvp64f* pMean) {                       \
+    return rvp::arith::mean<T, 3>(pSrc, srcStep, pMask, maskStep, roiSize, coi, pMean);            \
+  }                                                                                                \
+  RvpStatus rvpiMean_StdDev_##t##_C1R(const T* pSrc, int srcStep, RvpiSize roiSize, Rvp64f* pMean, \
+                                      Rvp64f* pStdDev) {                                           \
+    return rvp::arith::mean_std_dev<T, 1, false>(pSrc, srcStep, nullptr, 0, roiSize, 1, pMean,     \
+                                                 pStdDev);                                         \
+  }                                                                                                \
+  RvpStatus rvpiMean_StdDev_##t##_C3CR(const T* pSrc, int srcStep, RvpiSize roiSize, int coi,      \
+                                       Rvp64f* pMean, Rvp64f* pStdDev) {                           \
+    return rvp::arith::mean_std_dev<T, 3, false>(pSrc, srcStep, nullptr, 0, roiSize, coi, pMean,   \
+                                                 pStdDev);                                         \
+  }                                                                                                \
+  RvpStatus rvpiMean_StdDev_##t##_C1MR(const T* pSrc, int srcStep, const Rvp8u* pMask,             \
+                                       int maskStep, RvpiSize roiSize, Rvp64f* pMean,              \
+                                       Rvp64f* pStdDev) {                                          \
+    return rvp::arith::mean_std_dev<T, 1, true>(pSrc, srcStep, pMask, maskStep, roiSize, 1, pMean, \
+                                                pStdDev);                                          \
+  }                                                                                                \
+  RvpStatus rvpiMean_StdDev_##t##_C3CMR(const T* pSrc, int srcStep, const Rvp8u* pMask,            \
+                                        int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean,    \
+                                        Rvp64f* pStdDev) {                                         \
+    return rvp::arith::mean_std_dev<T, 3, true>(pSrc, srcStep, pMask, maskStep, roiSize, coi,      \
+                                                pMean, pStdDev);                                   \
+  }                                                                                                \
+  RvpStatus rvpiMinMaxIndx_##t##_C1R(const T* pSrc, int srcStep, RvpiSize roiSize,                 \
+                                     Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,       \
+                                     RvpiPoint* pMaxIndex) {                                       \
+    return rvp::arith::min_max_indx<T, 1, false>(pSrc, srcStep, nullptr, 0, roiSize, 1, pMinVal,   \
+                                                 pMaxVal, pMinIndex, pMaxIndex);                   \
+  }                                                                                                \
+  RvpStatus rvpiMinMaxIndx_##t##_C3CR(const T* pSrc, int srcStep, RvpiSize roiSize, int coi,       \
+                                      Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,      \
+                                      RvpiPoint* pMaxIndex) {                                      \
+    return rvp::arith::min_max_indx<T, 3, false>(pSrc, srcStep, nullptr, 0, roiSize, coi, pMinVal, \
+                                                 pMaxVal, pMinIndex, pMaxIndex);                   \
+  }                                                                                                \
+  RvpStatus rvpiMinMaxIndx_##t##_C1MR(                                                             \
+      const T* pSrc, int srcStep, const Rvp8u* pMask, int maskStep, RvpiSize roiSize,              \
+      Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex) {              \
+    return rvp::arith::min_max_indx<T, 1, true>(pSrc, srcStep, pMask, maskStep, roiSize, 1,        \
+                                                pMinVal, pMaxVal, pMinIndex, pMaxIndex);           \
+  }                                                                                                \
+  RvpStatus rvpiMinMaxIndx_##t##_C3CMR(                                                            \
+      const T* pSrc, int srcStep, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,     \
+      Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex) {              \
+    return rvp::arith::min_max_indx<T, 3, true>(pSrc, srcStep, pMask, maskStep, roiSize, coi,      \
+                                                pMinVal, pMaxVal, pMinIndex, pMaxIndex);           \
   }
 
 RVP_STAT_EXPORTS(8u, Rvp8u)

@@ -111,7 +111,7 @@ inline uint32_t hmin_epu8(__m256i v) {
 // Accumulators of one value stream of 8-bit unsigned values.
 struct U8Lanes {
   __m256i max = _mm256_setzero_si256();
-  __m256i sum = _mm256_setzero_si256();  // 4 x u64 (from sad)
+  __m256i sum = _mm256_setzero_si256();   // 4 x u64 (from sad)
   __m256i sq32 = _mm256_setzero_si256();  // 8 x u32, widened per block
   __m256i sq64 = _mm256_setzero_si256();
   __m256i cnt = _mm256_setzero_si256();  // 4 x u64
@@ -126,11 +126,10 @@ struct U8Lanes {
       // the sum of absolute differences).
       const __m256i lo = _mm256_and_si256(v, _mm256_set1_epi16(0x00FF));
       const __m256i hi = _mm256_srli_epi16(v, 8);
-      sq32 = _mm256_add_epi32(sq32, _mm256_add_epi32(_mm256_madd_epi16(lo, lo),
-                                                     _mm256_madd_epi16(hi, hi)));
+      sq32 = _mm256_add_epi32(
+          sq32, _mm256_add_epi32(_mm256_madd_epi16(lo, lo), _mm256_madd_epi16(hi, hi)));
     }
-    if constexpr ((N & kCount) != 0)
-      cnt = _mm256_add_epi64(cnt, _mm256_sad_epu8(ones_sel, zero));
+    if constexpr ((N & kCount) != 0) cnt = _mm256_add_epi64(cnt, _mm256_sad_epu8(ones_sel, zero));
   }
   void flush() {
     sq64 = widen_add_epu32(sq64, sq32);
@@ -149,8 +148,8 @@ struct U8Lanes {
 // Rvp8u, one channel: 32 pixels a step. Masked-off pixels become 0 (they add nothing to max,
 // sums or squares) and count 0. Without a mask every vector pixel counts.
 template <Form F, unsigned N, bool Masked>
-inline void int_row_u8_body(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n,
-                            IntRow& num, IntRow& den) {
+inline void int_row_u8_body(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n, IntRow& num,
+                            IntRow& den) {
   U8Lanes ln, ld;
   const __m256i zero = _mm256_setzero_si256();
   const __m256i one = _mm256_set1_epi8(1);
@@ -173,8 +172,7 @@ inline void int_row_u8_body(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, i
     if constexpr (F == Form::Value || F == Form::Abs) {
       ln.add<kVecNeed>(x, ones_sel);
     } else {
-      ln.add<kVecNeed>(_mm256_or_si256(_mm256_subs_epu8(x, y), _mm256_subs_epu8(y, x)),
-                       ones_sel);
+      ln.add<kVecNeed>(_mm256_or_si256(_mm256_subs_epu8(x, y), _mm256_subs_epu8(y, x)), ones_sel);
       if constexpr (F == Form::Rel) ld.add<kVecNeed>(y, ones_sel);
     }
     if constexpr ((N & kSq) != 0) {
@@ -235,8 +233,8 @@ struct I32Lanes {
         sq32 = _mm256_add_epi32(sq32, _mm256_mullo_epi32(v, v));
       } else {
         const __m256i odd = _mm256_srli_epi64(v, 32);
-        sq64 = _mm256_add_epi64(sq64, _mm256_add_epi64(_mm256_mul_epu32(v, v),
-                                                       _mm256_mul_epu32(odd, odd)));
+        sq64 = _mm256_add_epi64(
+            sq64, _mm256_add_epi64(_mm256_mul_epu32(v, v), _mm256_mul_epu32(odd, odd)));
       }
     }
     if constexpr ((N & kCount) != 0) cnt32 = _mm256_sub_epi32(cnt32, on);
@@ -356,8 +354,10 @@ struct F64Lanes {
   __m256d nan = _mm256_setzero_pd();
 
   explicit F64Lanes(const FloatAcc& r)
-      : sum_lo(_mm256_loadu_pd(r.sum)), sum_hi(_mm256_loadu_pd(r.sum + 4)),
-        sq_lo(_mm256_loadu_pd(r.sq)), sq_hi(_mm256_loadu_pd(r.sq + 4)) {}
+      : sum_lo(_mm256_loadu_pd(r.sum)),
+        sum_hi(_mm256_loadu_pd(r.sum + 4)),
+        sq_lo(_mm256_loadu_pd(r.sq)),
+        sq_hi(_mm256_loadu_pd(r.sq + 4)) {}
 
   // Four values v (already |v| where the form takes absolute values; 0 where masked off).
   template <unsigned N>
@@ -395,8 +395,8 @@ inline __m256d hi_pd(__m256 v) { return _mm256_cvtps_pd(_mm256_extractf128_ps(v,
 // Rvp32f, one channel: 8 pixels a step, lanes as in ref::float_row. Masked-off pixels are
 // zeroed before conversion so that NaN or infinity there never reaches a sum.
 template <Form F, unsigned N>
-inline void float_row(const Rvp32f* a, const Rvp32f* b, const Rvp8u* mask, int n,
-                      FloatAcc& num, FloatAcc& den) {
+inline void float_row(const Rvp32f* a, const Rvp32f* b, const Rvp8u* mask, int n, FloatAcc& num,
+                      FloatAcc& den) {
   F64Lanes ln(num), ld(den);
   const __m256d sign = _mm256_castsi256_pd(_mm256_set1_epi64x(0x7FFFFFFFFFFFFFFF));
   const __m256 all = _mm256_castsi256_ps(_mm256_set1_epi32(-1));

@@ -74,8 +74,8 @@ void vector_matches_scalar(std::mt19937& rng) {
     std::memcpy(&sb, &ts, 4);
     const rvp::arith::MotionKernel<S> kv{s.ptr() + off, h.ptr() + off, rvp::arith::order_key(tb),
                                          sb};
-    const rvp::arith::MotionKernel<S> kr{s.ptr() + off, ref.data() + off,
-                                         rvp::arith::order_key(tb), sb};
+    const rvp::arith::MotionKernel<S> kr{s.ptr() + off, ref.data() + off, rvp::arith::order_key(tb),
+                                         sb};
     rvp::simd::run_row(kv, n);
     rvp::simd::run_row_scalar(kr, n);
     ASSERT_EQ(std::memcmp(h.ptr(), ref.data(), 4 * size_t(n + off)), 0) << n << " " << off;
@@ -91,8 +91,16 @@ TEST(MotionHistory, VectorMatchesScalar) {
 
 // The order key against floating-point order on all non-NaN pairs of a sample of values.
 TEST(MotionHistory, OrderKeyFollowsFloatOrder) {
-  const float v[] = {-std::numeric_limits<float>::infinity(), -1e30f, -1.0f, -1e-45f, -0.0f,
-                     0.0f, 1e-45f, 1.0f, 1e30f, std::numeric_limits<float>::infinity()};
+  const float v[] = {-std::numeric_limits<float>::infinity(),
+                     -1e30f,
+                     -1.0f,
+                     -1e-45f,
+                     -0.0f,
+                     0.0f,
+                     1e-45f,
+                     1.0f,
+                     1e30f,
+                     std::numeric_limits<float>::infinity()};
   for (size_t i = 0; i < std::size(v); ++i)
     for (size_t j = 0; j < std::size(v); ++j) {
       int32_t a, b;
@@ -138,8 +146,8 @@ TEST(MotionHistory, GuardedImages) {
       std::memset(s8.bytes(), 1, s8.byte_count());
       std::memset(sf.bytes(), 0, sf.byte_count());
       std::memset(h.bytes(), 0, h.byte_count());
-      EXPECT_EQ(rvpiUpdateMotionHistory_8u32f_C1IR(s8.ptr(), s8.step(), h.ptr(), h.step(),
-                                                   {w, 3}, 2.0f, 1.0f),
+      EXPECT_EQ(rvpiUpdateMotionHistory_8u32f_C1IR(s8.ptr(), s8.step(), h.ptr(), h.step(), {w, 3},
+                                                   2.0f, 1.0f),
                 0);
       EXPECT_EQ(h.row(2)[w - 1], 2.0f);
       EXPECT_EQ(rvpiUpdateMotionHistory_32f_C1IR(sf.ptr(), sf.step(), h.ptr(), h.step(), {w, 3},

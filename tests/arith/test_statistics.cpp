@@ -39,38 +39,34 @@ enum Kind { kInf, kL1, kL2 };
 template <class T>
 struct Api;
 
-#define RVPT_API(t, T)                                                                        \
-  template <>                                                                                 \
-  struct Api<T> {                                                                             \
-    using N1 = RvpStatus (*)(const T*, int, const Rvp8u*, int, RvpiSize, Rvp64f*);            \
-    using N3 = RvpStatus (*)(const T*, int, const Rvp8u*, int, RvpiSize, int, Rvp64f*);       \
-    using D1 = RvpStatus (*)(const T*, int, const T*, int, const Rvp8u*, int, RvpiSize,       \
-                             Rvp64f*);                                                        \
-    using D3 = RvpStatus (*)(const T*, int, const T*, int, const Rvp8u*, int, RvpiSize, int,  \
-                             Rvp64f*);                                                        \
-    static constexpr N1 norm1[3] = {rvpiNorm_Inf_##t##_C1MR, rvpiNorm_L1_##t##_C1MR,          \
-                                    rvpiNorm_L2_##t##_C1MR};                                  \
-    static constexpr N3 norm3[3] = {rvpiNorm_Inf_##t##_C3CMR, rvpiNorm_L1_##t##_C3CMR,        \
-                                    rvpiNorm_L2_##t##_C3CMR};                                 \
-    static constexpr D1 diff1[2][3] = {                                                       \
-        {rvpiNormDiff_Inf_##t##_C1MR, rvpiNormDiff_L1_##t##_C1MR, rvpiNormDiff_L2_##t##_C1MR}, \
-        {rvpiNormRel_Inf_##t##_C1MR, rvpiNormRel_L1_##t##_C1MR, rvpiNormRel_L2_##t##_C1MR}};   \
-    static constexpr D3 diff3[2][3] = {{rvpiNormDiff_Inf_##t##_C3CMR,                         \
-                                        rvpiNormDiff_L1_##t##_C3CMR,                          \
-                                        rvpiNormDiff_L2_##t##_C3CMR},                         \
-                                       {rvpiNormRel_Inf_##t##_C3CMR,                          \
-                                        rvpiNormRel_L1_##t##_C3CMR,                           \
-                                        rvpiNormRel_L2_##t##_C3CMR}};                         \
-    static constexpr auto mean1 = rvpiMean_##t##_C1MR;                                        \
-    static constexpr auto mean3 = rvpiMean_##t##_C3CMR;                                       \
-    static constexpr auto msd1 = rvpiMean_StdDev_##t##_C1R;                                   \
-    static constexpr auto msd3 = rvpiMean_StdDev_##t##_C3CR;                                  \
-    static constexpr auto msd1m = rvpiMean_StdDev_##t##_C1MR;                                 \
-    static constexpr auto msd3m = rvpiMean_StdDev_##t##_C3CMR;                                \
-    static constexpr auto mmi1 = rvpiMinMaxIndx_##t##_C1R;                                    \
-    static constexpr auto mmi3 = rvpiMinMaxIndx_##t##_C3CR;                                   \
-    static constexpr auto mmi1m = rvpiMinMaxIndx_##t##_C1MR;                                  \
-    static constexpr auto mmi3m = rvpiMinMaxIndx_##t##_C3CMR;                                 \
+#define RVPT_API(t, T)                                                                            \
+  template <>                                                                                     \
+  struct Api<T> {                                                                                 \
+    using N1 = RvpStatus (*)(const T*, int, const Rvp8u*, int, RvpiSize, Rvp64f*);                \
+    using N3 = RvpStatus (*)(const T*, int, const Rvp8u*, int, RvpiSize, int, Rvp64f*);           \
+    using D1 = RvpStatus (*)(const T*, int, const T*, int, const Rvp8u*, int, RvpiSize, Rvp64f*); \
+    using D3 = RvpStatus (*)(const T*, int, const T*, int, const Rvp8u*, int, RvpiSize, int,      \
+                             Rvp64f*);                                                            \
+    static constexpr N1 norm1[3] = {rvpiNorm_Inf_##t##_C1MR, rvpiNorm_L1_##t##_C1MR,              \
+                                    rvpiNorm_L2_##t##_C1MR};                                      \
+    static constexpr N3 norm3[3] = {rvpiNorm_Inf_##t##_C3CMR, rvpiNorm_L1_##t##_C3CMR,            \
+                                    rvpiNorm_L2_##t##_C3CMR};                                     \
+    static constexpr D1 diff1[2][3] = {                                                           \
+        {rvpiNormDiff_Inf_##t##_C1MR, rvpiNormDiff_L1_##t##_C1MR, rvpiNormDiff_L2_##t##_C1MR},    \
+        {rvpiNormRel_Inf_##t##_C1MR, rvpiNormRel_L1_##t##_C1MR, rvpiNormRel_L2_##t##_C1MR}};      \
+    static constexpr D3 diff3[2][3] = {                                                           \
+        {rvpiNormDiff_Inf_##t##_C3CMR, rvpiNormDiff_L1_##t##_C3CMR, rvpiNormDiff_L2_##t##_C3CMR}, \
+        {rvpiNormRel_Inf_##t##_C3CMR, rvpiNormRel_L1_##t##_C3CMR, rvpiNormRel_L2_##t##_C3CMR}};   \
+    static constexpr auto mean1 = rvpiMean_##t##_C1MR;                                            \
+    static constexpr auto mean3 = rvpiMean_##t##_C3CMR;                                           \
+    static constexpr auto msd1 = rvpiMean_StdDev_##t##_C1R;                                       \
+    static constexpr auto msd3 = rvpiMean_StdDev_##t##_C3CR;                                      \
+    static constexpr auto msd1m = rvpiMean_StdDev_##t##_C1MR;                                     \
+    static constexpr auto msd3m = rvpiMean_StdDev_##t##_C3CMR;                                    \
+    static constexpr auto mmi1 = rvpiMinMaxIndx_##t##_C1R;                                        \
+    static constexpr auto mmi3 = rvpiMinMaxIndx_##t##_C3CR;                                       \
+    static constexpr auto mmi1m = rvpiMinMaxIndx_##t##_C1MR;                                      \
+    static constexpr auto mmi3m = rvpiMinMaxIndx_##t##_C3CMR;                                     \
   };
 RVPT_API(8u, Rvp8u)
 RVPT_API(8s, Rvp8s)
@@ -87,10 +83,9 @@ RvpStatus call_norm(Fam f, Kind k, int ch, const TestImage<T>& a, const TestImag
     return ch == 1 ? A::norm1[k](a.ptr(), a.step(), m.ptr(), m.step(), roi, out)
                    : A::norm3[k](a.ptr(), a.step(), m.ptr(), m.step(), roi, coi, out);
   const int r = f == kNormRel;
-  return ch == 1 ? A::diff1[r][k](a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(), roi,
-                                  out)
-                 : A::diff3[r][k](a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(), roi,
-                                  coi, out);
+  return ch == 1 ? A::diff1[r][k](a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(), roi, out)
+                 : A::diff3[r][k](a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(), roi, coi,
+                                  out);
 }
 
 // Random fill of every channel (the shared helpers index elements as pixels, so they only suit
@@ -170,8 +165,7 @@ TYPED_TEST(Stats, NormsMatchOracle) {
         for (Kind k : {kInf, kL1, kL2}) {
           Rvp64f got = -1;
           const RvpStatus st = call_norm(f, k, ch, a, b, m, a.size(), coi, &got);
-          const Expected num =
-              oracle_norm<T>(a, f == kNorm ? nullptr : &b, true, m, coi - 1);
+          const Expected num = oracle_norm<T>(a, f == kNorm ? nullptr : &b, true, m, coi - 1);
           const double want_num = expected_norm<T>(k, num);
           if (f != kNormRel) {
             EXPECT_EQ(st, rvpStsNoErr);
@@ -232,9 +226,9 @@ TYPED_TEST(Stats, MeansAndDeviationsMatchOracle) {
           EXPECT_EQ(ch == 1 ? A::mean1(a.ptr(), a.step(), m.ptr(), m.step(), roi, &gm)
                             : A::mean3(a.ptr(), a.step(), m.ptr(), m.step(), roi, coi, &gm),
                     rvpStsNoErr);
-          EXPECT_EQ(ch == 1 ? A::msd1m(a.ptr(), a.step(), m.ptr(), m.step(), roi, &gmean, &gsd)
-                            : A::msd3m(a.ptr(), a.step(), m.ptr(), m.step(), roi, coi, &gmean,
-                                       &gsd),
+          EXPECT_EQ(ch == 1
+                        ? A::msd1m(a.ptr(), a.step(), m.ptr(), m.step(), roi, &gmean, &gsd)
+                        : A::msd3m(a.ptr(), a.step(), m.ptr(), m.step(), roi, coi, &gmean, &gsd),
                     rvpStsNoErr);
         } else {
           EXPECT_EQ(ch == 1 ? A::msd1(a.ptr(), a.step(), roi, &gmean, &gsd)
@@ -289,8 +283,8 @@ TYPED_TEST(Stats, MinMaxIndxMatchesRasterScan) {
         const RvpiSize roi = a.size();
         RvpStatus st;
         if (masked)
-          st = ch == 1 ? A::mmi1m(a.ptr(), a.step(), m.ptr(), m.step(), roi, &gmin, &gmax,
-                                  &gpmin, &gpmax)
+          st = ch == 1 ? A::mmi1m(a.ptr(), a.step(), m.ptr(), m.step(), roi, &gmin, &gmax, &gpmin,
+                                  &gpmax)
                        : A::mmi3m(a.ptr(), a.step(), m.ptr(), m.step(), roi, coi, &gmin, &gmax,
                                   &gpmin, &gpmax);
         else
@@ -361,8 +355,7 @@ bool same_or_both_nan(double x, double y) {
 
 bool same_acc(const FloatAcc& x, const FloatAcc& y) {
   for (int l = 0; l < 8; ++l)
-    if (!same_or_both_nan(x.sum[l], y.sum[l]) || !same_or_both_nan(x.sq[l], y.sq[l]))
-      return false;
+    if (!same_or_both_nan(x.sum[l], y.sum[l]) || !same_or_both_nan(x.sq[l], y.sq[l])) return false;
   return rvpt::same_bits(x.max, y.max) && x.nan == y.nan && x.count == y.count;
 }
 
@@ -445,8 +438,7 @@ TEST(Statistics, MeanOfEmptySelectionIsZero) {
   EXPECT_EQ(rvpiMean_8s_C1MR(a.ptr(), a.step(), m.ptr(), m.step(), a.size(), &mean), 0);
   EXPECT_EQ(bits64(mean), bits64(0.0));
   mean = 5;
-  EXPECT_EQ(rvpiMean_StdDev_8s_C1MR(a.ptr(), a.step(), m.ptr(), m.step(), a.size(), &mean, &sd),
-            0);
+  EXPECT_EQ(rvpiMean_StdDev_8s_C1MR(a.ptr(), a.step(), m.ptr(), m.step(), a.size(), &mean, &sd), 0);
   EXPECT_EQ(bits64(mean), bits64(0.0));
   EXPECT_EQ(bits64(sd), bits64(0.0));
   Rvp32f vmin = 5, vmax = 5;
@@ -509,8 +501,8 @@ TEST(Statistics, Float32SpecialValues) {
   a.set(17, 0, std::numeric_limits<float>::infinity());
   Rvp64f r = 0;
   // Selected NaN: every norm and the mean are the default NaN.
-  for (auto fn : {rvpiNorm_Inf_32f_C1MR, rvpiNorm_L1_32f_C1MR, rvpiNorm_L2_32f_C1MR,
-                  rvpiMean_32f_C1MR}) {
+  for (auto fn :
+       {rvpiNorm_Inf_32f_C1MR, rvpiNorm_L1_32f_C1MR, rvpiNorm_L2_32f_C1MR, rvpiMean_32f_C1MR}) {
     EXPECT_EQ(fn(a.ptr(), a.step(), m.ptr(), m.step(), a.size(), &r), 0);
     EXPECT_EQ(bits64(r), kDefaultNaN);
   }
@@ -537,8 +529,7 @@ TEST(Statistics, Float32SpecialValues) {
   TestImage<Rvp32f> z(6, 2);
   for (int x = 0; x < 6; ++x) z.set(x, 0, x == 3 ? -0.0f : 1.0f), z.set(x, 1, 0.0f);
   z.set(5, 0, 0.0f);
-  EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(z.ptr(), z.step(), z.size(), &vmin, nullptr, &pmin, nullptr),
-            0);
+  EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(z.ptr(), z.step(), z.size(), &vmin, nullptr, &pmin, nullptr), 0);
   EXPECT_EQ(rvpt::float_bits(vmin), 0x80000000u);
   EXPECT_EQ(pmin.x, 3);
   EXPECT_EQ(pmin.y, 0);
@@ -558,14 +549,12 @@ TEST(Statistics, MinMaxIndxTieRule) {
   a.set(1, 3, -1.0f);
   Rvp32f vmin;
   RvpiPoint pmin;
-  EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(a.ptr(), a.step(), a.size(), &vmin, nullptr, &pmin, nullptr),
-            0);
+  EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(a.ptr(), a.step(), a.size(), &vmin, nullptr, &pmin, nullptr), 0);
   EXPECT_EQ(pmin.x, 5);
   EXPECT_EQ(pmin.y, 2);
   a.set(1, 3, 9.0f);
   a.set(1, 2, -1.0f);
-  EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(a.ptr(), a.step(), a.size(), &vmin, nullptr, &pmin, nullptr),
-            0);
+  EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(a.ptr(), a.step(), a.size(), &vmin, nullptr, &pmin, nullptr), 0);
   EXPECT_EQ(pmin.x, 1);
   EXPECT_EQ(pmin.y, 2);
   EXPECT_EQ(vmin, -1.0f);
@@ -611,9 +600,9 @@ TEST(Statistics, ExactSumsAroundTwoToThe24Pixels) {
     Rvp64f mean = 0, sd = 0;
     EXPECT_EQ(rvpiMean_StdDev_8u_C1R(img.data(), roi.width, roi, &mean, &sd), 0);
     EXPECT_EQ(mean, static_cast<double>(255 * n - 1) / static_cast<double>(n));
-    const double sq = roi.height == 1 ? double(65025 * n - 65025 + 254 * 254)
-                                      : double(65025 * (n / 2) - 65025 + 254 * 254) +
-                                            double(65025 * (n - n / 2));
+    const double sq =
+        roi.height == 1 ? double(65025 * n - 65025 + 254 * 254)
+                        : double(65025 * (n / 2) - 65025 + 254 * 254) + double(65025 * (n - n / 2));
     EXPECT_EQ(sd, std::sqrt(std::fabs(std::fma(-mean, mean, sq / double(n)))));
   }
 }
@@ -632,9 +621,9 @@ TEST(Statistics, CheckOrderAndNothingWritten) {
   EXPECT_EQ(rvpiNorm_L1_32f_C3CMR(a.ptr(), s, m.ptr(), 10, roi, 1, nullptr), -8);
   EXPECT_EQ(rvpiMean_32f_C3CMR(a.ptr(), s, nullptr, 10, roi, 1, &r), -8);
   EXPECT_EQ(rvpiMean_StdDev_32f_C3CMR(nullptr, s, m.ptr(), 10, roi, 1, &r, &r), -8);
-  EXPECT_EQ(rvpiMinMaxIndx_8u_C1MR(m.ptr(), 10, nullptr, 10, roi, nullptr, nullptr, nullptr,
-                                   nullptr),
-            -8);
+  EXPECT_EQ(
+      rvpiMinMaxIndx_8u_C1MR(m.ptr(), 10, nullptr, 10, roi, nullptr, nullptr, nullptr, nullptr),
+      -8);
   // Size, then -14 over sources and mask, then -108, then coi.
   EXPECT_EQ(rvpiNormRel_L2_32f_C3CMR(a.ptr(), s, b.ptr(), s, m.ptr(), 10, {10, 0}, 9, &r), -6);
   EXPECT_EQ(rvpiNormRel_L2_32f_C3CMR(a.ptr(), s, b.ptr(), s + 2, m.ptr(), 9, roi, 9, &r), -14);
@@ -643,15 +632,14 @@ TEST(Statistics, CheckOrderAndNothingWritten) {
   EXPECT_EQ(rvpiNormRel_L2_32f_C3CMR(a.ptr(), -s, b.ptr(), s, m.ptr(), 10, roi, 1, &r), -14);
   for (int coi : {0, 4, -1})
     EXPECT_EQ(rvpiNormRel_L2_32f_C3CMR(a.ptr(), s, b.ptr(), s, m.ptr(), 10, roi, coi, &r), -52);
-  EXPECT_EQ(rvpiMean_16u_C3CMR(reinterpret_cast<const Rvp16u*>(a.ptr()), 61, m.ptr(), 10, roi, 2,
-                               &r),
-            -108);
+  EXPECT_EQ(
+      rvpiMean_16u_C3CMR(reinterpret_cast<const Rvp16u*>(a.ptr()), 61, m.ptr(), 10, roi, 2, &r),
+      -108);
   EXPECT_EQ(rvpiMean_StdDev_8s_C3CR(reinterpret_cast<const Rvp8s*>(a.ptr()), 29, roi, 1, &r, &r),
             -14);
   EXPECT_EQ(r, sentinel);
   // 8-bit pixels have no evenness test; the mask step may equal the width for 32f data.
-  EXPECT_EQ(rvpiMean_8s_C3CMR(reinterpret_cast<const Rvp8s*>(a.ptr()), 31, m.ptr(), 10, roi, 3,
-                              &r),
+  EXPECT_EQ(rvpiMean_8s_C3CMR(reinterpret_cast<const Rvp8s*>(a.ptr()), 31, m.ptr(), 10, roi, 3, &r),
             0);
   EXPECT_NE(r, sentinel);
   Rvp32f vmin = 3, vmax = 3;
@@ -682,17 +670,16 @@ TEST(Statistics, GuardedImages) {
       Rvp32f v1, v2;
       RvpiPoint p1, p2;
       std::memset(m.row(h - 1) + w - 1, 1, 1);  // a nonzero denominator
-      EXPECT_EQ(rvpiNormRel_L2_8u_C1MR(a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(),
-                                       roi, &r),
-                0);
-      EXPECT_GE(rvpiNormDiff_Inf_32f_C1MR(f.ptr(), f.step(), f2.ptr(), f2.step(), m.ptr(),
-                                          m.step(), roi, &r),
+      EXPECT_EQ(
+          rvpiNormRel_L2_8u_C1MR(a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(), roi, &r),
+          0);
+      EXPECT_GE(rvpiNormDiff_Inf_32f_C1MR(f.ptr(), f.step(), f2.ptr(), f2.step(), m.ptr(), m.step(),
+                                          roi, &r),
                 0);
       EXPECT_EQ(rvpiMean_StdDev_32f_C1R(f2.ptr(), f2.step(), roi, &r, &r2), 0);
       EXPECT_EQ(rvpiMean_StdDev_8u_C1MR(a.ptr(), a.step(), m.ptr(), m.step(), roi, &r, &r2), 0);
-      EXPECT_EQ(rvpiMinMaxIndx_8u_C1MR(a.ptr(), a.step(), m.ptr(), m.step(), roi, &v1, &v2, &p1,
-                                       &p2),
-                0);
+      EXPECT_EQ(
+          rvpiMinMaxIndx_8u_C1MR(a.ptr(), a.step(), m.ptr(), m.step(), roi, &v1, &v2, &p1, &p2), 0);
       EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(f.ptr(), f.step(), roi, &v1, &v2, &p1, &p2), 0);
       EXPECT_EQ(rvpiNorm_L1_16u_C3CMR(c3.ptr(), c3.step(), m.ptr(), m.step(), roi, 3, &r), 0);
       EXPECT_EQ(rvpiMinMaxIndx_16u_C3CR(c3.ptr(), c3.step(), roi, 3, &v1, &v2, &p1, &p2), 0);

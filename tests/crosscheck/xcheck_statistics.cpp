@@ -57,7 +57,7 @@ const Photo& photo() {
   return loaded;
 }
 
-#define REQUIRE_PHOTO()                                                          \
+#define REQUIRE_PHOTO() \
   if (photo().rgb8.empty()) GTEST_SKIP() << "astronaut.png not found in data/"
 
 int S(const cv::Mat& m) { return static_cast<int>(m.step); }
@@ -88,8 +88,7 @@ TEST(CrossCheckStatistics, Norms8uExact) {
   const N1 n1[3] = {rvpiNorm_Inf_8u_C1MR, rvpiNorm_L1_8u_C1MR, rvpiNorm_L2_8u_C1MR};
   const N3 n3[3] = {rvpiNorm_Inf_8u_C3CMR, rvpiNorm_L1_8u_C3CMR, rvpiNorm_L2_8u_C3CMR};
   const D1 d1[3] = {rvpiNormDiff_Inf_8u_C1MR, rvpiNormDiff_L1_8u_C1MR, rvpiNormDiff_L2_8u_C1MR};
-  const D3 d3[3] = {rvpiNormDiff_Inf_8u_C3CMR, rvpiNormDiff_L1_8u_C3CMR,
-                    rvpiNormDiff_L2_8u_C3CMR};
+  const D3 d3[3] = {rvpiNormDiff_Inf_8u_C3CMR, rvpiNormDiff_L1_8u_C3CMR, rvpiNormDiff_L2_8u_C3CMR};
   const D3 r3[3] = {rvpiNormRel_Inf_8u_C3CMR, rvpiNormRel_L1_8u_C3CMR, rvpiNormRel_L2_8u_C3CMR};
   Tally exact("8u norms and norms of differences"), rel("8u relative norms");
   cv::Mat g2;
@@ -133,8 +132,7 @@ TEST(CrossCheckStatistics, Norms32fBounded) {
   const N3 n3[3] = {rvpiNorm_Inf_32f_C3CMR, rvpiNorm_L1_32f_C3CMR, rvpiNorm_L2_32f_C3CMR};
   const D3 d3[3] = {rvpiNormDiff_Inf_32f_C3CMR, rvpiNormDiff_L1_32f_C3CMR,
                     rvpiNormDiff_L2_32f_C3CMR};
-  const D3 r3[3] = {rvpiNormRel_Inf_32f_C3CMR, rvpiNormRel_L1_32f_C3CMR,
-                    rvpiNormRel_L2_32f_C3CMR};
+  const D3 r3[3] = {rvpiNormRel_Inf_32f_C3CMR, rvpiNormRel_L1_32f_C3CMR, rvpiNormRel_L2_32f_C3CMR};
   Tally t("32f norms");
   for (const cv::Mat& m : p.masks)
     for (int k = 0; k < 3; ++k)
@@ -177,9 +175,8 @@ TEST(CrossCheckStatistics, MeanAndDeviation) {
     // 8u gray: exact integer sums; the mean is one division, as in OpenCV.
     Rvp64f mean = -1, sd = -1, mean_only = -1;
     cv::meanStdDev(p.gray8, cm, cs, m);
-    ASSERT_EQ(rvpiMean_StdDev_8u_C1MR(p.gray8.data, S(p.gray8), m.data, S(m), roi_of(m), &mean,
-                                      &sd),
-              0);
+    ASSERT_EQ(
+        rvpiMean_StdDev_8u_C1MR(p.gray8.data, S(p.gray8), m.data, S(m), roi_of(m), &mean, &sd), 0);
     ASSERT_EQ(rvpiMean_8u_C1MR(p.gray8.data, S(p.gray8), m.data, S(m), roi_of(m), &mean_only), 0);
     EXPECT_NEAR(mean, cm[0], 2.3e-16 * mean);
     EXPECT_NEAR(mean_only, cv::mean(p.gray8, m)[0], 2.3e-16 * mean);
@@ -199,8 +196,8 @@ TEST(CrossCheckStatistics, MeanAndDeviation) {
       means.add(mean, cm[0]);
       devs.add(sd, cs[0]);
       cv::meanStdDev(c32, cm, cs, m);
-      ASSERT_EQ(rvpiMean_StdDev_32f_C3CMR(reinterpret_cast<const Rvp32f*>(p.rgb32.data),
-                                          S(p.rgb32), m.data, S(m), roi_of(m), coi, &mean, &sd),
+      ASSERT_EQ(rvpiMean_StdDev_32f_C3CMR(reinterpret_cast<const Rvp32f*>(p.rgb32.data), S(p.rgb32),
+                                          m.data, S(m), roi_of(m), coi, &mean, &sd),
                 0);
       EXPECT_NEAR(mean, cm[0], 1e-12 * mean);
       EXPECT_NEAR(sd, cs[0], 1e-9 * sd);
@@ -211,10 +208,10 @@ TEST(CrossCheckStatistics, MeanAndDeviation) {
   // Unmasked forms equal the masked forms under an all-ones mask.
   Rvp64f a = 0, b = 0, c = 0, d = 0;
   const cv::Mat& ones = p.masks[0];
-  rvpiMean_StdDev_32f_C1R(reinterpret_cast<const Rvp32f*>(p.gray32.data), S(p.gray32),
-                          roi_of(ones), &a, &b);
-  rvpiMean_StdDev_32f_C1MR(reinterpret_cast<const Rvp32f*>(p.gray32.data), S(p.gray32),
-                           ones.data, S(ones), roi_of(ones), &c, &d);
+  rvpiMean_StdDev_32f_C1R(reinterpret_cast<const Rvp32f*>(p.gray32.data), S(p.gray32), roi_of(ones),
+                          &a, &b);
+  rvpiMean_StdDev_32f_C1MR(reinterpret_cast<const Rvp32f*>(p.gray32.data), S(p.gray32), ones.data,
+                           S(ones), roi_of(ones), &c, &d);
   EXPECT_EQ(a, c);
   EXPECT_EQ(b, d);
 }
@@ -242,8 +239,7 @@ TEST(CrossCheckStatistics, ExtremaAndPositions) {
   };
   Rvp32f lo, hi;
   RvpiPoint plo, phi;
-  ASSERT_EQ(rvpiMinMaxIndx_8u_C1R(p.gray8.data, S(p.gray8), roi_of(p.gray8), &lo, &hi, &plo,
-                                  &phi),
+  ASSERT_EQ(rvpiMinMaxIndx_8u_C1R(p.gray8.data, S(p.gray8), roi_of(p.gray8), &lo, &hi, &plo, &phi),
             0);
   compare(p.gray8, nullptr, lo, hi, plo, phi);
   ASSERT_EQ(rvpiMinMaxIndx_32f_C1R(reinterpret_cast<const Rvp32f*>(p.gray32.data), S(p.gray32),
@@ -255,17 +251,16 @@ TEST(CrossCheckStatistics, ExtremaAndPositions) {
       cv::Mat c8, c32;
       cv::extractChannel(p.rgb8, c8, coi - 1);
       cv::extractChannel(p.rgb32, c32, coi - 1);
-      ASSERT_EQ(rvpiMinMaxIndx_8u_C3CMR(p.rgb8.data, S(p.rgb8), m.data, S(m), roi_of(m), coi,
-                                        &lo, &hi, &plo, &phi),
+      ASSERT_EQ(rvpiMinMaxIndx_8u_C3CMR(p.rgb8.data, S(p.rgb8), m.data, S(m), roi_of(m), coi, &lo,
+                                        &hi, &plo, &phi),
                 0);
       compare(c8, &m, lo, hi, plo, phi);
-      ASSERT_EQ(rvpiMinMaxIndx_32f_C3CR(reinterpret_cast<const Rvp32f*>(p.rgb32.data),
-                                        S(p.rgb32), roi_of(m), coi, &lo, &hi, &plo, &phi),
+      ASSERT_EQ(rvpiMinMaxIndx_32f_C3CR(reinterpret_cast<const Rvp32f*>(p.rgb32.data), S(p.rgb32),
+                                        roi_of(m), coi, &lo, &hi, &plo, &phi),
                 0);
       compare(c32, nullptr, lo, hi, plo, phi);
-      ASSERT_EQ(rvpiMinMaxIndx_32f_C1MR(reinterpret_cast<const Rvp32f*>(p.gray32.data),
-                                        S(p.gray32), m.data, S(m), roi_of(m), &lo, &hi, &plo,
-                                        &phi),
+      ASSERT_EQ(rvpiMinMaxIndx_32f_C1MR(reinterpret_cast<const Rvp32f*>(p.gray32.data), S(p.gray32),
+                                        m.data, S(m), roi_of(m), &lo, &hi, &plo, &phi),
                 0);
       compare(p.gray32, &m, lo, hi, plo, phi);
     }
