@@ -155,15 +155,15 @@ inline void int_row_u8_body(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, i
   const __m256i one = _mm256_set1_epi8(1);
   constexpr unsigned kVecNeed = Masked ? N : (N & ~unsigned{kCount});
   int j = 0;
-  int steps = 0;
-  for (; j + 32 <= n; j += 32) {
-    __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + j));
+  // One step of 32 pixels at column i.
+  auto step = [&](int i) {
+    __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + i));
     __m256i y = zero;
     if constexpr (F == Form::Diff || F == Form::Rel)
-      y = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + j));
+      y = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + i));
     __m256i ones_sel = one;
     if constexpr (Masked) {
-      const __m256i m = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(mask + j));
+      const __m256i m = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(mask + i));
       const __m256i off = _mm256_cmpeq_epi8(m, zero);
       ones_sel = _mm256_andnot_si256(off, one);
       x = _mm256_andnot_si256(off, x);
@@ -175,13 +175,21 @@ inline void int_row_u8_body(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, i
       ln.add<kVecNeed>(_mm256_or_si256(_mm256_subs_epu8(x, y), _mm256_subs_epu8(y, x)), ones_sel);
       if constexpr (F == Form::Rel) ld.add<kVecNeed>(y, ones_sel);
     }
-    if constexpr ((N & kSq) != 0) {
-      if (++steps == kBlockSteps) {
-        ln.flush();
-        ld.flush();
-        steps = 0;
-      }
+  };
+  // Blocks of at most kBlockSteps steps, two steps a turn, then the 32-bit lanes are widened.
+  const int vec_end = n - n % 32;
+  while (j < vec_end) {
+    const int block_end = vec_end - j > kBlockSteps * 32 ? j + kBlockSteps * 32 : vec_end;
+    for (; j + 64 <= block_end; j += 64) {
+      step(j);
+      step(j + 32);
     }
+    if (j < block_end) {
+      step(j);
+      j += 32;
+    }
+    ln.flush();
+    ld.flush();
   }
   ln.store<kVecNeed>(num);
   if constexpr (F == Form::Rel) ld.store<kVecNeed>(den);
