@@ -64,28 +64,23 @@ RvpStatus check_images(RvpiSize roi, int aStep, bool two_sources, int bStep, boo
 }
 
 // Folds every row of the region into `num` (and `den` for Rel). `a`/`b` already point at the
-// chosen channel.
+// chosen channel, channel c0 of the pixel.
 template <class T, Form F, unsigned N, int Ch>
 void reduce(const T* a, int aStep, const T* b, int bStep, const Rvp8u* mask, int maskStep,
-            RvpiSize roi, Total<T>& num, Total<T>& den) {
+            RvpiSize roi, int c0, Total<T>& num, Total<T>& den) {
   constexpr bool kTwo = F == Form::Diff || F == Form::Rel;
   for (int y = 0; y < roi.height; ++y) {
     const T* ra = row(a, aStep, y);
     const T* rb = kTwo ? row(b, bStep, y) : nullptr;
     const Rvp8u* rm = mask != nullptr ? row(mask, maskStep, y) : nullptr;
     if constexpr (kFloat<T>) {
-      if constexpr (Ch == 1)
-        avx2::float_row<F, N>(ra, rb, rm, roi.width, num, den);
-      else
-        ref::float_row<F, N>(ra, rb, Ch, rm, roi.width, num, den);
+      avx2::float_row<F, N, Ch>(ra, rb, rm, roi.width, num, den, c0);
     } else {
       IntRow rn, rd;
       if constexpr (Ch == 1 && std::is_same_v<T, Rvp8u>)
         avx2::int_row_u8<F, N>(ra, rb, rm, roi.width, rn, rd);
-      else if constexpr (Ch == 1)
-        avx2::int_row_i32<T, F, N>(ra, rb, rm, roi.width, rn, rd);
       else
-        ref::int_row<T, F, N>(ra, rb, Ch, rm, roi.width, rn, rd);
+        avx2::int_row_i32<T, F, N, Ch>(ra, rb, rm, roi.width, rn, rd, c0);
       num.add(rn);
       if constexpr (F == Form::Rel) den.add(rd);
     }
@@ -120,7 +115,7 @@ RvpStatus norm(const T* a, int aStep, const T* b, int bStep, const Rvp8u* mask, 
   const int c0 = Ch == 3 ? coi - 1 : 0;
   Total<T> num, den;
   reduce<T, F, kNormNeed<K>, Ch>(a + c0, aStep, kTwo ? b + c0 : nullptr, bStep, mask, maskStep, roi,
-                                 num, den);
+                                 c0, num, den);
   const double n = canonical(norm_of<K>(num));
   if constexpr (F != Form::Rel) {
     *out = n;
@@ -149,7 +144,7 @@ template <class T, unsigned N, int Ch>
 Moments moments(const T* a, int aStep, const Rvp8u* mask, int maskStep, RvpiSize roi, int coi) {
   const int c0 = Ch == 3 ? coi - 1 : 0;
   Total<T> t, unused;
-  reduce<T, Form::Value, N, Ch>(a + c0, aStep, nullptr, 0, mask, maskStep, roi, t, unused);
+  reduce<T, Form::Value, N, Ch>(a + c0, aStep, nullptr, 0, mask, maskStep, roi, c0, t, unused);
   if constexpr (kFloat<T>)
     return {combine8(t.sum), combine8(t.sq), t.count};
   else

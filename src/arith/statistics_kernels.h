@@ -210,17 +210,70 @@ inline void int_row_u8(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n,
     int_row_u8_body<F, N, false>(a, b, mask, n, num, den);
 }
 
-// Rvp8s and Rvp16u, one channel: 8 pixels a step in 32-bit lanes. Sums and counts stay in
+// Channel c of 8 interleaved three-channel pixels, from the three vectors holding elements
+// 0..7, 8..15 and 16..23 of those pixels. Element c + 3i sits in lane (c + 3i) % 8 of vector
+// (c + 3i) / 8, and these lanes are all distinct (3 and 8 are coprime): two blends gather the
+// eight elements into one vector, one permutation puts them in pixel order.
+struct Channel3 {
+  __m256i from1, from2, order;
+  explicit Channel3(int c) {
+    alignas(32) int32_t m1[8], m2[8], p[8];
+    for (int i = 0; i < 8; ++i) {
+      const int k = c + 3 * i;
+      m1[k % 8] = k / 8 == 1 ? -1 : 0;
+      m2[k % 8] = k / 8 == 2 ? -1 : 0;
+      p[i] = k % 8;
+    }
+    from1 = _mm256_load_si256(reinterpret_cast<const __m256i*>(m1));
+    from2 = _mm256_load_si256(reinterpret_cast<const __m256i*>(m2));
+    order = _mm256_load_si256(reinterpret_cast<const __m256i*>(p));
+  }
+  __m256i gather(__m256i v0, __m256i v1, __m256i v2) const {
+    const __m256i t = _mm256_blendv_epi8(_mm256_blendv_epi8(v0, v1, from1), v2, from2);
+    return _mm256_permutevar8x32_epi32(t, order);
+  }
+  __m256 gather(__m256 v0, __m256 v1, __m256 v2) const {
+    const __m256 t = _mm256_blendv_ps(_mm256_blendv_ps(v0, v1, _mm256_castsi256_ps(from1)), v2,
+                                      _mm256_castsi256_ps(from2));
+    return _mm256_permutevar8x32_ps(t, order);
+  }
+};
+
+// Rvp8u, Rvp8s and Rvp16u, with 8 pixels a step in 32-bit lanes. Sums and counts stay in
 // 32-bit lanes for at most kWideSteps steps (65535 per lane a step) before they are widened;
 // squares of 16-bit values need 64 bits at once (even and odd lanes multiplied apart).
 constexpr int kWideSteps = 16384;
 
 template <class T>
 inline __m256i load8_epi32(const T* p) {
-  if constexpr (std::is_same_v<T, Rvp8s>)
+  if constexpr (std::is_same_v<T, Rvp8u>)
+    return _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+  else if constexpr (std::is_same_v<T, Rvp8s>)
     return _mm256_cvtepi8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
   else
     return _mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+}
+
+// Pixels j..j+7 of the chosen channel; `p` points at that channel of pixel 0, so for three
+// channels the pixel starts at p - c and exactly the 24 elements of the 8 pixels are read.
+template <class T, int Ch>
+inline __m256i load8_channel(const T* p, int j, int c, const Channel3& g) {
+  if constexpr (Ch == 1) {
+    return load8_epi32(p + j);
+  } else {
+    const T* q = p - c + 3 * j;
+    return g.gather(load8_epi32(q), load8_epi32(q + 8), load8_epi32(q + 16));
+  }
+}
+
+template <int Ch>
+inline __m256 load8_channel(const Rvp32f* p, int j, int c, const Channel3& g) {
+  if constexpr (Ch == 1) {
+    return _mm256_loadu_ps(p + j);
+  } else {
+    const Rvp32f* q = p - c + 3 * j;
+    return g.gather(_mm256_loadu_ps(q), _mm256_loadu_ps(q + 8), _mm256_loadu_ps(q + 16));
+  }
 }
 
 template <class T>
@@ -237,7 +290,7 @@ struct I32Lanes {
     if constexpr ((N & kMax) != 0) max = _mm256_max_epi32(max, v);
     if constexpr ((N & kSum) != 0) sum32 = _mm256_add_epi32(sum32, v);
     if constexpr ((N & kSq) != 0) {
-      if constexpr (std::is_same_v<T, Rvp8s>) {
+      if constexpr (sizeof(T) == 1) {  // at most 65025 a lane a step
         sq32 = _mm256_add_epi32(sq32, _mm256_mullo_epi32(v, v));
       } else {
         const __m256i odd = _mm256_srli_epi64(v, 32);
@@ -269,9 +322,10 @@ struct I32Lanes {
   }
 };
 
-template <class T, Form F, unsigned N>
-inline void int_row_i32(const T* a, const T* b, const Rvp8u* mask, int n, IntRow& num,
-                        IntRow& den) {
+template <class T, Form F, unsigned N, int Ch = 1>
+inline void int_row_i32(const T* a, const T* b, const Rvp8u* mask, int n, IntRow& num, IntRow& den,
+                        int c = 0) {
+  const Channel3 g(c);
   I32Lanes<T> ln, ld;
   const __m256i zero = _mm256_setzero_si256();
   int j = 0;
@@ -284,11 +338,11 @@ inline void int_row_i32(const T* a, const T* b, const Rvp8u* mask, int n, IntRow
               _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(mask + j))),
               zero),
           on);
-    const __m256i x = _mm256_and_si256(load8_epi32(a + j), on);
+    const __m256i x = _mm256_and_si256(load8_channel<T, Ch>(a, j, c, g), on);
     if constexpr (F == Form::Value) ln.template add<N>(x, on);
     if constexpr (F == Form::Abs) ln.template add<N>(_mm256_abs_epi32(x), on);
     if constexpr (F == Form::Diff || F == Form::Rel) {
-      const __m256i y = _mm256_and_si256(load8_epi32(b + j), on);
+      const __m256i y = _mm256_and_si256(load8_channel<T, Ch>(b, j, c, g), on);
       ln.template add<N>(_mm256_abs_epi32(_mm256_sub_epi32(x, y)), on);
       if constexpr (F == Form::Rel) ld.template add<N>(_mm256_abs_epi32(y), on);
     }
@@ -300,7 +354,7 @@ inline void int_row_i32(const T* a, const T* b, const Rvp8u* mask, int n, IntRow
   }
   ln.template store<N>(num);
   if constexpr (F == Form::Rel) ld.template store<N>(den);
-  ref::int_row<T, F, N>(a + j, b == nullptr ? nullptr : b + j, 1,
+  ref::int_row<T, F, N>(a + ptrdiff_t{j} * Ch, b == nullptr ? nullptr : b + ptrdiff_t{j} * Ch, Ch,
                         mask == nullptr ? nullptr : mask + j, n - j, num, den);
 }
 
@@ -400,11 +454,12 @@ struct F64Lanes {
 inline __m256d lo_pd(__m256 v) { return _mm256_cvtps_pd(_mm256_castps256_ps128(v)); }
 inline __m256d hi_pd(__m256 v) { return _mm256_cvtps_pd(_mm256_extractf128_ps(v, 1)); }
 
-// Rvp32f, one channel: 8 pixels a step, lanes as in ref::float_row. Masked-off pixels are
-// zeroed before conversion so that NaN or infinity there never reaches a sum.
-template <Form F, unsigned N>
+// Rvp32f, one channel or channel c of three: 8 pixels a step, lanes as in ref::float_row.
+// Masked-off pixels are zeroed before conversion so that NaN or infinity there never reaches a sum.
+template <Form F, unsigned N, int Ch = 1>
 inline void float_row(const Rvp32f* a, const Rvp32f* b, const Rvp8u* mask, int n, FloatAcc& num,
-                      FloatAcc& den) {
+                      FloatAcc& den, int c = 0) {
+  const Channel3 g(c);
   F64Lanes ln(num), ld(den);
   const __m256d sign = _mm256_castsi256_pd(_mm256_set1_epi64x(0x7FFFFFFFFFFFFFFF));
   const __m256 all = _mm256_castsi256_ps(_mm256_set1_epi32(-1));
@@ -412,7 +467,7 @@ inline void float_row(const Rvp32f* a, const Rvp32f* b, const Rvp8u* mask, int n
   int j = 0;
   for (; j + 8 <= n; j += 8) {
     const __m256 sel = mask != nullptr ? simd::mask8_nonzero(mask + j) : all;
-    const __m256 x = _mm256_and_ps(_mm256_loadu_ps(a + j), sel);
+    const __m256 x = _mm256_and_ps(load8_channel<Ch>(a, j, c, g), sel);
     if constexpr ((N & kCount) != 0)
       count += __builtin_popcount(static_cast<unsigned>(_mm256_movemask_ps(sel)));
     if constexpr (F == Form::Value) {
@@ -421,7 +476,7 @@ inline void float_row(const Rvp32f* a, const Rvp32f* b, const Rvp8u* mask, int n
       const __m256 ax = simd::clear_sign(x);
       ln.add8<N>(lo_pd(ax), hi_pd(ax));
     } else {
-      const __m256 y = _mm256_and_ps(_mm256_loadu_ps(b + j), sel);
+      const __m256 y = _mm256_and_ps(load8_channel<Ch>(b, j, c, g), sel);
       const __m256d dlo = _mm256_and_pd(_mm256_sub_pd(lo_pd(x), lo_pd(y)), sign);
       const __m256d dhi = _mm256_and_pd(_mm256_sub_pd(hi_pd(x), hi_pd(y)), sign);
       ln.add8<N>(dlo, dhi);
@@ -437,7 +492,7 @@ inline void float_row(const Rvp32f* a, const Rvp32f* b, const Rvp8u* mask, int n
     ld.store<N>(den);
     den.count += count;
   }
-  ref::float_row<F, N>(a, b, 1, mask, n, num, den, j);
+  ref::float_row<F, N>(a, b, Ch, mask, n, num, den, j);
 }
 
 }  // namespace avx2

@@ -303,34 +303,42 @@ TYPED_TEST(Stats, MinMaxIndxMatchesRasterScan) {
 
 // ---- vector kernels against the scalar references -----------------------------------------
 
+// One-channel rows, and channel c of three-channel rows (the vector path gathers the channel).
 template <class T, Form F, unsigned N>
 void compare_int_rows(std::mt19937& rng) {
-  for (int trial = 0; trial < 60; ++trial) {
+  for (int trial = 0; trial < 90; ++trial) {
+    const int ch = trial % 3 == 2 ? 3 : 1;
+    const int c = ch == 3 ? int(rng() % 3) : 0;
     // Trial 0 is long enough to pass the in-row widening of the 32-bit lanes.
     const int n = trial == 0 ? 300000 : int(rng() % 300);
     const int off = int(rng() % 32);
-    std::vector<T> a(n + off), b(n + off);
+    const size_t len = size_t(n) * ch + off;
+    std::vector<T> a(len), b(len);
     std::vector<Rvp8u> m(n + off);
-    // Extreme values in every third trial: the widest sums and squares.
+    // Extreme values in some trials: the widest sums and squares.
     for (auto& v : a)
-      v = trial % 3 == 0 ? std::numeric_limits<T>::lowest() : rvpt::random_value<T>(rng);
-    if (trial % 6 == 0)  // trial 0 included: the largest squares
+      v = trial % 4 == 1 ? std::numeric_limits<T>::lowest() : rvpt::random_value<T>(rng);
+    if (trial % 4 == 0)  // trial 0 included: the largest squares
       for (auto& v : a) v = std::numeric_limits<T>::max();
     for (auto& v : b) v = rvpt::random_value<T>(rng);
     for (auto& v : m) v = Rvp8u(rng() % 3 == 0 ? 0 : 1 + rng() % 255);
     for (int masked = 0; masked < 2; ++masked) {
       const Rvp8u* mp = masked ? m.data() + off : nullptr;
+      const T* pa = a.data() + off + c;
+      const T* pb = b.data() + off + c;
       IntRow rn, rd, vn, vd;
-      rvp::arith::ref::int_row<T, F, N>(a.data() + off, b.data() + off, 1, mp, n, rn, rd);
-      if constexpr (std::is_same_v<T, Rvp8u>)
-        rvp::arith::avx2::int_row_u8<F, N>(a.data() + off, b.data() + off, mp, n, vn, vd);
+      rvp::arith::ref::int_row<T, F, N>(pa, pb, ch, mp, n, rn, rd);
+      if (ch == 3)
+        rvp::arith::avx2::int_row_i32<T, F, N, 3>(pa, pb, mp, n, vn, vd, c);
+      else if constexpr (std::is_same_v<T, Rvp8u>)
+        rvp::arith::avx2::int_row_u8<F, N>(pa, pb, mp, n, vn, vd);
       else
-        rvp::arith::avx2::int_row_i32<T, F, N>(a.data() + off, b.data() + off, mp, n, vn, vd);
+        rvp::arith::avx2::int_row_i32<T, F, N>(pa, pb, mp, n, vn, vd);
       for (auto [r, v] : {std::pair{rn, vn}, std::pair{rd, vd}}) {
-        ASSERT_EQ(r.max, v.max) << n;
-        ASSERT_EQ(r.sum, v.sum) << n;
-        ASSERT_EQ(r.sq, v.sq) << n;
-        ASSERT_EQ(r.count, v.count) << n;
+        ASSERT_EQ(r.max, v.max) << n << " ch " << ch;
+        ASSERT_EQ(r.sum, v.sum) << n << " ch " << ch;
+        ASSERT_EQ(r.sq, v.sq) << n << " ch " << ch;
+        ASSERT_EQ(r.count, v.count) << n << " ch " << ch;
       }
     }
   }
@@ -361,26 +369,33 @@ bool same_acc(const FloatAcc& x, const FloatAcc& y) {
 
 template <Form F, unsigned N>
 void compare_f32_rows(std::mt19937& rng) {
-  for (int trial = 0; trial < 60; ++trial) {
+  for (int trial = 0; trial < 90; ++trial) {
+    const int ch = trial % 3 == 2 ? 3 : 1;
+    const int c = ch == 3 ? int(rng() % 3) : 0;
     const int n = int(rng() % 100);
     const int off = int(rng() % 8);
-    TestImage<Rvp32f> a(n + off + 1, 1), b(n + off + 1, 1);
+    TestImage<Rvp32f> a(n * ch + off + 1, 1), b(n * ch + off + 1, 1);
     rvpt::fill_random_special(a, rng);
     rvpt::fill_random_special(b, rng);
     if (trial % 4 == 0)
-      for (int x = 0; x < n + off; ++x) a.set(x, 0, -0.0f);  // -0.0 partials
+      for (int x = 0; x < n * ch + off; ++x) a.set(x, 0, -0.0f);  // -0.0 partials
     std::vector<Rvp8u> m(n + off);
     for (auto& v : m) v = Rvp8u(rng() % 3 == 0 ? 0 : 1 + rng() % 255);
     for (int masked = 0; masked < 2; ++masked) {
       const Rvp8u* mp = masked ? m.data() + off : nullptr;
+      const Rvp32f* pa = a.ptr() + off + c;
+      const Rvp32f* pb = b.ptr() + off + c;
       FloatAcc rn, rd, vn, vd;
       // Two rows in a row: partials carry over between rows.
       for (int rep = 0; rep < 2; ++rep) {
-        rvp::arith::ref::float_row<F, N>(a.ptr() + off, b.ptr() + off, 1, mp, n, rn, rd);
-        rvp::arith::avx2::float_row<F, N>(a.ptr() + off, b.ptr() + off, mp, n, vn, vd);
+        rvp::arith::ref::float_row<F, N>(pa, pb, ch, mp, n, rn, rd);
+        if (ch == 3)
+          rvp::arith::avx2::float_row<F, N, 3>(pa, pb, mp, n, vn, vd, c);
+        else
+          rvp::arith::avx2::float_row<F, N>(pa, pb, mp, n, vn, vd);
       }
-      ASSERT_TRUE(same_acc(rn, vn)) << n << " masked " << masked;
-      ASSERT_TRUE(same_acc(rd, vd)) << n << " masked " << masked;
+      ASSERT_TRUE(same_acc(rn, vn)) << n << " masked " << masked << " ch " << ch;
+      ASSERT_TRUE(same_acc(rd, vd)) << n << " masked " << masked << " ch " << ch;
     }
   }
 }
@@ -659,17 +674,25 @@ TEST(Statistics, GuardedImages) {
       rvpt::GuardedImage<Rvp8u> a(w, h, 1, w + 3, g), b(w, h, 1, w, g), m(w, h, 1, w + 1, g);
       rvpt::GuardedImage<Rvp32f> f(w, h, 1, 4 * w, g), f2(w, h, 1, 4 * w + 8, g);
       rvpt::GuardedImage<Rvp16u> c3(w, h, 3, 6 * w, g);
+      rvpt::GuardedImage<Rvp32f> f3(w, h, 3, 12 * w, g);
+      rvpt::GuardedImage<Rvp8u> u3(w, h, 3, 3 * w, g), v3(w, h, 3, 3 * w + 1, g);
       for (size_t i = 0; i < a.byte_count(); ++i) a.bytes()[i] = Rvp8u(rng());
       for (size_t i = 0; i < m.byte_count(); ++i) m.bytes()[i] = Rvp8u(rng() % 2);
       std::memset(b.bytes(), 3, b.byte_count());
       std::memset(f.bytes(), 0, f.byte_count());
       std::memset(f2.bytes(), 0x3F, f2.byte_count());
       std::memset(c3.bytes(), 1, c3.byte_count());
+      std::memset(f3.bytes(), 0x40, f3.byte_count());
+      std::memset(u3.bytes(), 9, u3.byte_count());
+      std::memset(v3.bytes(), 2, v3.byte_count());
       const RvpiSize roi{w, h};
       Rvp64f r, r2;
       Rvp32f v1, v2;
       RvpiPoint p1, p2;
       std::memset(m.row(h - 1) + w - 1, 1, 1);  // a nonzero denominator
+      int selected = 0;
+      for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) selected += m.row(y)[x] != 0;
       EXPECT_EQ(
           rvpiNormRel_L2_8u_C1MR(a.ptr(), a.step(), b.ptr(), b.step(), m.ptr(), m.step(), roi, &r),
           0);
@@ -683,6 +706,15 @@ TEST(Statistics, GuardedImages) {
       EXPECT_EQ(rvpiMinMaxIndx_32f_C1R(f.ptr(), f.step(), roi, &v1, &v2, &p1, &p2), 0);
       EXPECT_EQ(rvpiNorm_L1_16u_C3CMR(c3.ptr(), c3.step(), m.ptr(), m.step(), roi, 3, &r), 0);
       EXPECT_EQ(rvpiMinMaxIndx_16u_C3CR(c3.ptr(), c3.step(), roi, 3, &v1, &v2, &p1, &p2), 0);
+      for (int coi = 1; coi <= 3; ++coi) {
+        EXPECT_EQ(
+            rvpiMean_StdDev_32f_C3CMR(f3.ptr(), f3.step(), m.ptr(), m.step(), roi, coi, &r, &r2),
+            0);
+        EXPECT_EQ(rvpiNormDiff_L2_8u_C3CMR(u3.ptr(), u3.step(), v3.ptr(), v3.step(), m.ptr(),
+                                           m.step(), roi, coi, &r),
+                  0);
+        EXPECT_EQ(r, std::sqrt(49.0 * selected));  // |9 - 2| at every selected pixel
+      }
     }
 }
 
