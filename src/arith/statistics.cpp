@@ -183,10 +183,13 @@ RvpStatus mean_std_dev(const T* a, int aStep, const Rvp8u* mask, int maskStep, R
 }
 
 template <class T, int Ch>
-RowExtremes row_extremes(const T* a, const Rvp8u* mask, int n) {
-  if constexpr (Ch == 1 && std::is_same_v<T, Rvp8u>) return avx2::row_extremes_u8(a, mask, n);
-  if constexpr (Ch == 1 && std::is_same_v<T, Rvp32f>) return avx2::row_extremes_f32(a, mask, n);
-  return ref::row_extremes(a, Ch, mask, n);
+RowExtremes row_extremes(const T* a, const Rvp8u* mask, int n, int c) {
+  if constexpr (Ch == 1 && std::is_same_v<T, Rvp8u>)
+    return avx2::row_extremes_u8(a, mask, n);
+  else if constexpr (std::is_same_v<T, Rvp32f>)
+    return avx2::row_extremes_f32<Ch>(a, mask, n, c);
+  else
+    return avx2::row_extremes_i32<T, Ch>(a, mask, n, c);
 }
 
 // First selected column of row `y` whose value equals `v`; the pixel's own value is returned
@@ -211,7 +214,8 @@ RvpStatus min_max_indx(const T* a, int aStep, const Rvp8u* mask, int maskStep, R
   if (a == nullptr || (Masked && mask == nullptr)) return rvpStsNullPtrErr;
   if (auto st = check_images<T, Ch>(roi, aStep, false, 0, Masked, maskStep, coi)) return st;
   if (!pMinVal && !pMaxVal && !pMinIndex && !pMaxIndex) return rvpStsNoErr;
-  const T* src = a + (Ch == 3 ? coi - 1 : 0);
+  const int c0 = Ch == 3 ? coi - 1 : 0;
+  const T* src = a + c0;
   const Rvp8u* m = Masked ? mask : nullptr;
 
   // Pass 1: per extreme, the value and the first row that strictly improved it.
@@ -220,7 +224,7 @@ RvpStatus min_max_indx(const T* a, int aStep, const Rvp8u* mask, int maskStep, R
   bool any = false;
   for (int y = 0; y < roi.height; ++y) {
     const RowExtremes r =
-        row_extremes<T, Ch>(row(src, aStep, y), m ? row(m, maskStep, y) : nullptr, roi.width);
+        row_extremes<T, Ch>(row(src, aStep, y), m ? row(m, maskStep, y) : nullptr, roi.width, c0);
     any = any || r.any;
     if (r.min < vmin) vmin = r.min, ymin = y;
     if (r.max > vmax) vmax = r.max, ymax = y;

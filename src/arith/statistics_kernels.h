@@ -553,14 +553,17 @@ inline RowExtremes row_extremes_u8(const Rvp8u* a, const Rvp8u* mask, int n) {
   return r;
 }
 
-inline RowExtremes row_extremes_f32(const Rvp32f* a, const Rvp8u* mask, int n) {
+// Rvp32f, one channel or channel c of three (`a` points at the channel of pixel 0).
+template <int Ch = 1>
+inline RowExtremes row_extremes_f32(const Rvp32f* a, const Rvp8u* mask, int n, int c = 0) {
+  const Channel3 g(c);
   const __m256 all = _mm256_castsi256_ps(_mm256_set1_epi32(-1));
   __m256 vmin = _mm256_set1_ps(std::numeric_limits<float>::max());
   __m256 vmax = _mm256_set1_ps(-std::numeric_limits<float>::max());
   __m256 any = _mm256_setzero_ps();
   int j = 0;
   for (; j + 8 <= n; j += 8) {
-    __m256 x = _mm256_loadu_ps(a + j);
+    __m256 x = load8_channel<Ch>(a, j, c, g);
     if (mask != nullptr) {
       const __m256 sel = simd::mask8_nonzero(mask + j);
       any = _mm256_or_ps(any, sel);
@@ -570,7 +573,8 @@ inline RowExtremes row_extremes_f32(const Rvp32f* a, const Rvp8u* mask, int n) {
     vmin = _mm256_min_ps(x, vmin);
     vmax = _mm256_max_ps(x, vmax);
   }
-  RowExtremes r = ref::row_extremes(a + j, 1, mask == nullptr ? nullptr : mask + j, n - j);
+  RowExtremes r =
+      ref::row_extremes(a + ptrdiff_t{j} * Ch, Ch, mask == nullptr ? nullptr : mask + j, n - j);
   if (j > 0 && (mask == nullptr || _mm256_movemask_ps(any) != 0)) r.any = true;
   alignas(32) float lmin[8], lmax[8];
   _mm256_store_ps(lmin, vmin);
@@ -578,6 +582,48 @@ inline RowExtremes row_extremes_f32(const Rvp32f* a, const Rvp8u* mask, int n) {
   for (int l = 0; l < 8; ++l) {
     if (lmin[l] < r.min) r.min = lmin[l];
     if (lmax[l] > r.max) r.max = lmax[l];
+  }
+  return r;
+}
+
+// Integer pixels in 32-bit lanes (Rvp8s, Rvp16u, and every three-channel form): masked-off
+// lanes hold the largest value for the minimum and the smallest for the maximum, and count
+// only through `any`.
+template <class T, int Ch>
+inline RowExtremes row_extremes_i32(const T* a, const Rvp8u* mask, int n, int c) {
+  const Channel3 g(c);
+  const __m256i zero = _mm256_setzero_si256();
+  const __m256i hi = _mm256_set1_epi32(std::numeric_limits<int32_t>::max());
+  const __m256i lo = _mm256_set1_epi32(std::numeric_limits<int32_t>::min());
+  __m256i vmin = hi, vmax = lo, any = zero;
+  int j = 0;
+  for (; j + 8 <= n; j += 8) {
+    const __m256i x = load8_channel<T, Ch>(a, j, c, g);
+    if (mask != nullptr) {
+      const __m256i off = _mm256_cmpeq_epi32(
+          _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(mask + j))), zero);
+      any = _mm256_or_si256(any, _mm256_xor_si256(off, _mm256_set1_epi32(-1)));
+      vmin = _mm256_min_epi32(vmin, _mm256_blendv_epi8(x, hi, off));
+      vmax = _mm256_max_epi32(vmax, _mm256_blendv_epi8(x, lo, off));
+    } else {
+      vmin = _mm256_min_epi32(vmin, x);
+      vmax = _mm256_max_epi32(vmax, x);
+    }
+  }
+  RowExtremes r =
+      ref::row_extremes(a + ptrdiff_t{j} * Ch, Ch, mask == nullptr ? nullptr : mask + j, n - j);
+  if (j > 0 && (mask == nullptr || !_mm256_testz_si256(any, any))) {
+    r.any = true;
+    alignas(32) int32_t lmin[8], lmax[8];
+    _mm256_store_si256(reinterpret_cast<__m256i*>(lmin), vmin);
+    _mm256_store_si256(reinterpret_cast<__m256i*>(lmax), vmax);
+    for (int l = 0; l < 8; ++l) {
+      // Lanes that never saw a selected pixel still hold the sentinels: skip them.
+      if (lmin[l] != std::numeric_limits<int32_t>::max())
+        r.min = std::min(r.min, static_cast<float>(lmin[l]));
+      if (lmax[l] != std::numeric_limits<int32_t>::min())
+        r.max = std::max(r.max, static_cast<float>(lmax[l]));
+    }
   }
   return r;
 }

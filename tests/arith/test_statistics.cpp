@@ -413,30 +413,51 @@ TEST(StatisticsKernels, Avx2MatchesReference) {
   compare_f32_rows<Form::Rel, kAll>(rng);
 }
 
+void expect_same_extremes(const rvp::arith::RowExtremes& r, const rvp::arith::RowExtremes& v,
+                          const char* what) {
+  EXPECT_EQ(r.any, v.any) << what;
+  EXPECT_EQ(r.min, v.min) << what;  // numeric equality: the sign of a zero is taken in pass 2
+  EXPECT_EQ(r.max, v.max) << what;
+}
+
+template <class T>
+std::vector<T> random_row(std::mt19937& rng, size_t len) {
+  std::vector<T> v(len);
+  for (auto& x : v) x = rvpt::random_value<T>(rng);
+  return v;
+}
+
 TEST(StatisticsKernels, ExtremesAvx2MatchReference) {
   using namespace rvp::arith;
   std::mt19937 rng(22);
   for (int trial = 0; trial < 200; ++trial) {
     const int n = int(rng() % 120);
     const int off = int(rng() % 16);
-    TestImage<Rvp32f> f(n + off + 1, 1);
+    const int c = int(rng() % 3);
+    TestImage<Rvp32f> f(3 * n + off + 1, 1);
     rvpt::fill_random_special(f, rng);
-    std::vector<Rvp8u> u(n + off), m(n + off);
-    for (auto& v : u) v = Rvp8u(rng());
+    const auto u = random_row<Rvp8u>(rng, 3 * n + off);
+    const auto s8 = random_row<Rvp8s>(rng, 3 * n + off);
+    const auto s16 = random_row<Rvp16u>(rng, 3 * n + off);
+    std::vector<Rvp8u> m(n + off);
     const double density = trial % 4 == 0 ? 0.02 : 0.6;
     for (auto& v : m) v = std::bernoulli_distribution(density)(rng) ? Rvp8u(1 + rng() % 255) : 0;
     for (int masked = 0; masked < 2; ++masked) {
       const Rvp8u* mp = masked ? m.data() + off : nullptr;
-      const RowExtremes r8 = ref::row_extremes(u.data() + off, 1, mp, n);
-      const RowExtremes v8 = avx2::row_extremes_u8(u.data() + off, mp, n);
-      ASSERT_EQ(r8.any, v8.any);
-      ASSERT_EQ(r8.min, v8.min);
-      ASSERT_EQ(r8.max, v8.max);
-      const RowExtremes rf = ref::row_extremes(f.ptr() + off, 1, mp, n);
-      const RowExtremes vf = avx2::row_extremes_f32(f.ptr() + off, mp, n);
-      ASSERT_EQ(rf.any, vf.any);
-      ASSERT_EQ(rf.min, vf.min);  // numeric equality: the sign of a zero is taken in pass 2
-      ASSERT_EQ(rf.max, vf.max);
+      const Rvp8u* pu = u.data() + off;
+      const Rvp32f* pf = f.ptr() + off;
+      expect_same_extremes(ref::row_extremes(pu, 1, mp, n), avx2::row_extremes_u8(pu, mp, n), "8u");
+      expect_same_extremes(ref::row_extremes(pf, 1, mp, n), avx2::row_extremes_f32(pf, mp, n),
+                           "32f");
+      expect_same_extremes(ref::row_extremes(pf + c, 3, mp, n),
+                           avx2::row_extremes_f32<3>(pf + c, mp, n, c), "32f C3");
+      expect_same_extremes(ref::row_extremes(pu + c, 3, mp, n),
+                           avx2::row_extremes_i32<Rvp8u, 3>(pu + c, mp, n, c), "8u C3");
+      expect_same_extremes(ref::row_extremes(s8.data() + off, 1, mp, n),
+                           avx2::row_extremes_i32<Rvp8s, 1>(s8.data() + off, mp, n, 0), "8s");
+      expect_same_extremes(ref::row_extremes(s16.data() + off + c, 3, mp, n),
+                           avx2::row_extremes_i32<Rvp16u, 3>(s16.data() + off + c, mp, n, c),
+                           "16u C3");
     }
   }
 }
