@@ -300,7 +300,7 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  *
  * Rvp32f special values: NaN and infinities take part in the arithmetic (a selected NaN makes
  * Norm_Inf, the sums and the mean NaN; inf - inf is NaN). Every NaN result is returned as the
- * default NaN 0xFFF8000000000000. Masked-off pixels are never read into a result, whatever they
+ * default NaN 0xFFF8000000000000. Masked-off pixels never influence a result, whatever they
  * hold.
  *
  * Pointers: Norm*, NormDiff*, NormRel* and Mean require their result pointer (null -> -8).
