@@ -265,6 +265,305 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  * Norms, means, deviations and extrema (src/arith/statistics.cpp)
  * ========================================================================================== */
 /* section:statistics (declarations follow this line) */
+/* Reductions over the selected pixels of one channel: every pixel in the R forms, the pixels
+ * whose mask byte is nonzero in the MR forms; C3C forms read channel coi (1..3) of an
+ * interleaved three-channel image. Values are taken exactly as double.
+ *
+ *   Norm_Inf  max |x|          Norm_L1  sum |x|          Norm_L2  sqrt(sum x*x)
+ *   NormDiff_<n>  the same norms of x1 - x2 (integer pixels: |x1 - x2| exact in integers;
+ *                 Rvp32f: the difference formed in double)
+ *   NormRel_<n>   NormDiff_<n>(src1, src2) / Norm_<n>(src2), one pass. A zero denominator
+ *                 gives status rvpStsDivByZeroWrn (6) and: the default NaN (bits
+ *                 0xFFF8000000000000) when the numerator is 0 too, +infinity when it is
+ *                 positive, -infinity otherwise (a NaN numerator from Rvp32f data).
+ *   Mean          sum x / n; 0.0 (status 0) when no pixel is selected.
+ *   Mean_StdDev   m = sum x / n, deviation = sqrt(|fma(-m, m, sum(x*x) / n)|): E[x^2] - m^2 with
+ *                 one rounding; a rounding-negative variance gives a small positive deviation.
+ *                 Both results are 0.0 when no pixel is selected.
+ *   MinMaxIndx    minimum and maximum as Rvp32f with their positions (x column, y row, relative
+ *                 to the region). Pass 1 scans rows top to bottom from the start values
+ *                 3.4028234663852886e38 (min) and -3.4028234663852886e38 (max); a row replaces
+ *                 an extreme only when its own extreme is strictly smaller (larger), and that row
+ *                 is recorded. Pass 2 takes the first selected column of the recorded row whose
+ *                 value equals the extreme; the value returned is the one stored there (so the
+ *                 sign of a zero extreme is that pixel's). Ties resolve to the top-most row, then
+ *                 the left-most column. NaN pixels never become an extreme.
+ *                 No pixel selected (all-zero mask): both values 0.0, both positions (0, 0).
+ *                 Pixels selected but an extreme never passed its start value (only NaN, or only
+ *                 values at or beyond the start value): that extreme keeps its start value and
+ *                 reports position (0, 0).
+ *
+ * Exactness. Integer sums (sum x, sum |x|, sum x*x, counts) are exact for every region size:
+ * 32-bit vector lanes are widened to 64 bits at least once per row, so the result never depends
+ * on the region's pixel count. The mean divides the exact sum by the exact count in double. The
+ * integer L2 norms take the square root of the exact square sum (128-bit), rounded once to
+ * double; Mean_StdDev adds the exact per-row square sums in double precision, row by row.
+ * Rvp32f sums are formed in double in eight partial sums (element j of a row feeds partial
+ * j % 8, continued across rows) combined as ((p0+p4)+(p2+p6)) + ((p1+p5)+(p3+p7)); results do
+ * not depend on alignment or vector width.
+ *
+ * Rvp32f special values: NaN and infinities take part in the arithmetic (a selected NaN makes
+ * Norm_Inf, the sums and the mean NaN; inf - inf is NaN). Every NaN result is returned as the
+ * default NaN 0xFFF8000000000000. Masked-off pixels never influence a result, whatever they
+ * hold.
+ *
+ * Pointers: Norm*, NormDiff*, NormRel* and Mean require their result pointer (null -> -8).
+ * Mean_StdDev and MinMaxIndx test only the source and mask for null; every result pointer may be
+ * null and is then not written.
+ *
+ * Checks in order: null pointers (-8); width or height below 1 (-6); every source step below
+ * width x channels x element size, or the mask step below the width (-14); source steps not a
+ * multiple of the element size (-108); then, for C3C forms, coi outside 1..3 (-52). */
+
+/* Rvp8u pixels */
+RVPCV_API RvpStatus rvpiNorm_Inf_8u_C1MR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_Inf_8u_C3CMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_8u_C1MR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_8u_C3CMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_8u_C1MR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_8u_C3CMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_8u_C1MR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_8u_C3CMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_8u_C1MR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_8u_C3CMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_8u_C1MR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_8u_C3CMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_8u_C1MR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_8u_C3CMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_8u_C1MR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_8u_C3CMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_8u_C1MR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_8u_C3CMR(const Rvp8u* pSrc1, int src1Step, const Rvp8u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiMean_8u_C1MR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_8u_C3CMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_StdDev_8u_C1R(const Rvp8u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_8u_C3CR(const Rvp8u* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_8u_C1MR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_8u_C3CMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8u_C1R(const Rvp8u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8u_C3CR(const Rvp8u* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8u_C1MR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8u_C3CMR(const Rvp8u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+
+/* Rvp8s pixels */
+RVPCV_API RvpStatus rvpiNorm_Inf_8s_C1MR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_Inf_8s_C3CMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_8s_C1MR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_8s_C3CMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_8s_C1MR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_8s_C3CMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_8s_C1MR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_8s_C3CMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_8s_C1MR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_8s_C3CMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_8s_C1MR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_8s_C3CMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_8s_C1MR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_8s_C3CMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_8s_C1MR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_8s_C3CMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_8s_C1MR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_8s_C3CMR(const Rvp8s* pSrc1, int src1Step, const Rvp8s* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiMean_8s_C1MR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_8s_C3CMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_StdDev_8s_C1R(const Rvp8s* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_8s_C3CR(const Rvp8s* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_8s_C1MR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_8s_C3CMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8s_C1R(const Rvp8s* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8s_C3CR(const Rvp8s* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8s_C1MR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_8s_C3CMR(const Rvp8s* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+
+/* Rvp16u pixels */
+RVPCV_API RvpStatus rvpiNorm_Inf_16u_C1MR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_Inf_16u_C3CMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_16u_C1MR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_16u_C3CMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_16u_C1MR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_16u_C3CMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_16u_C1MR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_16u_C3CMR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_16u_C1MR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_16u_C3CMR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_16u_C1MR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_16u_C3CMR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_16u_C1MR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_16u_C3CMR(const Rvp16u* pSrc1, int src1Step,
+    const Rvp16u* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_16u_C1MR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_16u_C3CMR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_16u_C1MR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_16u_C3CMR(const Rvp16u* pSrc1, int src1Step, const Rvp16u* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiMean_16u_C1MR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_16u_C3CMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_StdDev_16u_C1R(const Rvp16u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_16u_C3CR(const Rvp16u* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_16u_C1MR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_16u_C3CMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMinMaxIndx_16u_C1R(const Rvp16u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_16u_C3CR(const Rvp16u* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_16u_C1MR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_16u_C3CMR(const Rvp16u* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+
+/* Rvp32f pixels */
+RVPCV_API RvpStatus rvpiNorm_Inf_32f_C1MR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_Inf_32f_C3CMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_32f_C1MR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L1_32f_C3CMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_32f_C1MR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNorm_L2_32f_C3CMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_32f_C1MR(const Rvp32f* pSrc1, int src1Step,
+    const Rvp32f* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_Inf_32f_C3CMR(const Rvp32f* pSrc1, int src1Step,
+    const Rvp32f* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_32f_C1MR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L1_32f_C3CMR(const Rvp32f* pSrc1, int src1Step,
+    const Rvp32f* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_32f_C1MR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormDiff_L2_32f_C3CMR(const Rvp32f* pSrc1, int src1Step,
+    const Rvp32f* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_32f_C1MR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_Inf_32f_C3CMR(const Rvp32f* pSrc1, int src1Step,
+    const Rvp32f* pSrc2, int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi,
+    Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_32f_C1MR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L1_32f_C3CMR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_32f_C1MR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiNormRel_L2_32f_C3CMR(const Rvp32f* pSrc1, int src1Step, const Rvp32f* pSrc2,
+    int src2Step, const Rvp8u* pMask, int maskStep, RvpiSize roiSize, int coi, Rvp64f* pNorm);
+RVPCV_API RvpStatus rvpiMean_32f_C1MR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_32f_C3CMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean);
+RVPCV_API RvpStatus rvpiMean_StdDev_32f_C1R(const Rvp32f* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_32f_C3CR(const Rvp32f* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_32f_C1MR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMean_StdDev_32f_C3CMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp64f* pMean, Rvp64f* pStdDev);
+RVPCV_API RvpStatus rvpiMinMaxIndx_32f_C1R(const Rvp32f* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_32f_C3CR(const Rvp32f* pSrc, int srcStep, RvpiSize roiSize,
+    int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex, RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_32f_C1MR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
+RVPCV_API RvpStatus rvpiMinMaxIndx_32f_C3CMR(const Rvp32f* pSrc, int srcStep, const Rvp8u* pMask,
+    int maskStep, RvpiSize roiSize, int coi, Rvp32f* pMinVal, Rvp32f* pMaxVal, RvpiPoint* pMinIndex,
+    RvpiPoint* pMaxIndex);
 
 
 /* ============================================================================================
@@ -380,6 +679,25 @@ RVPCV_API RvpStatus rvpiTiltedRectStdDev_32s_C1RSfs(const Rvp32s* pSrc, int srcS
  * Motion history (src/arith/motion.cpp)
  * ========================================================================================== */
 /* section:motion (declarations follow this line) */
+/* Updates the motion-history image (Rvp32f, in place) from a silhouette (nonzero = motion):
+ * with t = timestamp - mhiDuration in single precision, each history value h becomes 0 when
+ * key(h) < key(t), and then timestamp where the silhouette pixel is nonzero; otherwise h is kept
+ * (values equal to t and values above timestamp included). key(b) = (b & 0x7FFFFFFF) ^ (b >> 31)
+ * on the 32-bit pattern, shift arithmetic, compared as signed integers: the floating-point order
+ * except that -0.0 is below +0.0, and a NaN with its sign bit clear is above every number (never
+ * cleared). A Rvp32f silhouette pixel is nonzero when it compares unequal to 0.0f: -0.0 counts as
+ * zero, NaN as nonzero.
+ *
+ * Checks in order: pSilhouette or pMHI null (-8); width or height below 1 (-6); silhouette step
+ * below its row width or history step below 4 x width (-14); silhouette step not a multiple of its
+ * element size or history step not a multiple of 4 (-108); mhiDuration < 0 (-11; 0 is accepted).
+ * On error the history image is unchanged. */
+RVPCV_API RvpStatus rvpiUpdateMotionHistory_8u32f_C1IR(const Rvp8u* pSilhouette, int silhStep,
+    Rvp32f* pMHI, int mhiStep, RvpiSize roiSize, Rvp32f timestamp, Rvp32f mhiDuration);
+RVPCV_API RvpStatus rvpiUpdateMotionHistory_16u32f_C1IR(const Rvp16u* pSilhouette, int silhStep,
+    Rvp32f* pMHI, int mhiStep, RvpiSize roiSize, Rvp32f timestamp, Rvp32f mhiDuration);
+RVPCV_API RvpStatus rvpiUpdateMotionHistory_32f_C1IR(const Rvp32f* pSilhouette, int silhStep,
+    Rvp32f* pMHI, int mhiStep, RvpiSize roiSize, Rvp32f timestamp, Rvp32f mhiDuration);
 
 
 /* ============================================================================================
