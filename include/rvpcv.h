@@ -401,12 +401,15 @@ RVPCV_API RvpStatus rvpiFGMMInit_8u_C3R(RvpiSize roiSize, int maxNGauss,
  *   1. for k < m (m may shrink): w = fma(decay, w_k, −prune); until a match: d² = |mean − x|²;
  *      if bgRatio > (sum of the earlier counted weights) and varThreshold·v > d² the pixel is
  *      background; if varThresholdGen·v > d² the component matches: w += alpha, r = alpha / w,
- *      mean = fma(−r, mean − x, mean), v = fma(r, d² − v, v) clamped to [varMin, varMax]
- *      (as max then min; a NaN becomes varMin), and it moves up past every earlier component
- *      whose weight is ≤ w. If w < prune, m shrinks by one and the component does not count
- *      (an unmatched one gets weight 0, a matched one keeps its stored weight); otherwise w
- *      is stored and counted.
- *   2. m > 0: each of the m weights is divided by their counted sum.
+ *      mean = fma(r, x − mean, mean) (the value of mean − r·(mean − x) rounded once),
+ *      v = fma(r, d² − v, v) clamped to [varMin, varMax] (as max then min; a NaN becomes
+ *      varMin), and it moves up past every earlier component whose weight is ≤ w. If
+ *      w < prune, m shrinks by one (the last position leaves use, whichever component was
+ *      pruned) and the component does not count (an unmatched one gets weight 0, a matched one
+ *      keeps its stored weight); otherwise w is stored and counted.
+ *   2. m > 0: each of the m weights is divided by the counted sum. The division is plain IEEE
+ *      division: when nothing counted (a sum of 0, which needs a prune above the strongest
+ *      decayed weight, e.g. complexityReduction·alpha near 1) the weights become NaN.
  *   3. no match: the component at position j = (m < N ? m : N − 1) becomes (x, varInit) with
  *      weight 1 when it is the only one, alpha otherwise; m = min(m + 1, N); weights below j
  *      are multiplied by decay; then for i = m − 1 down to 1, positions i − 1 and i are
