@@ -83,8 +83,8 @@ void bm_rvpcv(benchmark::State& st, rvpb::Size2 s) {
   cv::Mat mask(s.height, s.width, CV_8UC1);
   auto step = [&](int t) {
     const cv::Mat& f = seq[size_t(t % kFrames)];
-    rvpiFGMMForeground_8u_C3R(f.ptr<Rvp8u>(), int(f.step), mask.ptr<Rvp8u>(), int(mask.step),
-                              roi, state.data(), nullptr, -1.0);
+    rvpiFGMMForeground_8u_C3R(f.ptr<Rvp8u>(), int(f.step), mask.ptr<Rvp8u>(), int(mask.step), roi,
+                              state.data(), nullptr, -1.0);
   };
   int t = 0;
   for (; t < kWarmup; ++t) step(t);

@@ -18,7 +18,8 @@ const char* const kClip = "/usr/share/doc/opencv-doc/examples/data/vtest.avi";
 
 TEST(GmmCrossCheck, MasksAgreeWithMog2OnVtest) {
   cv::VideoCapture cap(kClip);
-  if (!cap.isOpened()) GTEST_SKIP() << kClip << " missing or no decoder (apt-get install opencv-doc)";
+  if (!cap.isOpened())
+    GTEST_SKIP() << kClip << " missing or no decoder (apt-get install opencv-doc)";
   cv::Mat frame;
   if (!cap.read(frame) || frame.empty() || frame.type() != CV_8UC3)
     GTEST_SKIP() << "cannot decode " << kClip;
@@ -91,9 +92,10 @@ TEST(GmmCrossCheck, MasksAgreeWithMog2OnVtest) {
     if (agree[i] < worst) worst = agree[i], worst_at = int(i);
     worst_fg = std::min(worst_fg, agree_fg[i]);
   }
-  std::printf("gmm vs MOG2 over %d frames: identical mask bytes mean %.7f, worst %.5f (frame %d); "
-              "background/non-background mean %.7f, worst %.5f\n",
-              frames, sum / frames, worst, worst_at, sum_fg / frames, worst_fg);
+  std::printf(
+      "gmm vs MOG2 over %d frames: identical mask bytes mean %.7f, worst %.5f (frame %d); "
+      "background/non-background mean %.7f, worst %.5f\n",
+      frames, sum / frames, worst, worst_at, sum_fg / frames, worst_fg);
   std::printf("  %d of %d frames differ anywhere; %lld differing mask bytes in all\n",
               frames_differing, frames, bytes_differing);
   // The first frame must agree exactly: one component per pixel, the shadow test against itself.
