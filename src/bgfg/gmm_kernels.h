@@ -246,33 +246,58 @@ struct Records {
   __m256 m0, m1, m2, var;
 };
 
-inline void record_ptrs(const GmmPlanes& g, __m256i slots, int64_t p, float* ptrs[8]) {
+// The eight records of slot s_i for pixel p + i. Returns true when every lane names the same
+// slot: the records are then 128 contiguous bytes (the usual case, since neighbouring pixels
+// of a static scene share their ranking history), loaded and stored as whole registers.
+inline bool locate_records(const GmmPlanes& g, __m256i slots, int64_t p, float* ptrs[8]) {
+  const __m256i first = _mm256_permutevar8x32_epi32(slots, _mm256_setzero_si256());
+  if (_mm256_movemask_epi8(_mm256_cmpeq_epi32(slots, first)) == -1) {
+    float* base = g.data + (int64_t{_mm256_cvtsi256_si32(slots)} * g.plane + p) * 4;
+    for (int i = 0; i < 8; ++i) ptrs[i] = base + 4 * i;
+    return true;
+  }
   alignas(32) int32_t s[8];
   _mm256_store_si256(reinterpret_cast<__m256i*>(s), slots);
   for (int i = 0; i < 8; ++i) ptrs[i] = g.data + (int64_t{s[i]} * g.plane + p + i) * 4;
+  return false;
 }
 
-inline Records load_records(float* const ptrs[8]) {
-  const __m256 a0 =
-      _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(ptrs[0])), _mm_loadu_ps(ptrs[4]), 1);
-  const __m256 a1 =
-      _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(ptrs[1])), _mm_loadu_ps(ptrs[5]), 1);
-  const __m256 a2 =
-      _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(ptrs[2])), _mm_loadu_ps(ptrs[6]), 1);
-  const __m256 a3 =
-      _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(ptrs[3])), _mm_loadu_ps(ptrs[7]), 1);
+inline Records transpose_in(__m256 a0, __m256 a1, __m256 a2, __m256 a3) {
   const __m256 t0 = _mm256_unpacklo_ps(a0, a1), t1 = _mm256_unpackhi_ps(a0, a1);
   const __m256 t2 = _mm256_unpacklo_ps(a2, a3), t3 = _mm256_unpackhi_ps(a2, a3);
   return {_mm256_shuffle_ps(t0, t2, 0x44), _mm256_shuffle_ps(t0, t2, 0xEE),
           _mm256_shuffle_ps(t1, t3, 0x44), _mm256_shuffle_ps(t1, t3, 0xEE)};
 }
 
+// aK holds the records of lanes K and K + 4 in its two halves.
+inline Records load_records(float* const ptrs[8], bool contiguous) {
+  if (contiguous) {
+    const __m256 r01 = _mm256_loadu_ps(ptrs[0]), r23 = _mm256_loadu_ps(ptrs[2]);
+    const __m256 r45 = _mm256_loadu_ps(ptrs[4]), r67 = _mm256_loadu_ps(ptrs[6]);
+    return transpose_in(
+        _mm256_permute2f128_ps(r01, r45, 0x20), _mm256_permute2f128_ps(r01, r45, 0x31),
+        _mm256_permute2f128_ps(r23, r67, 0x20), _mm256_permute2f128_ps(r23, r67, 0x31));
+  }
+  auto pair = [&](int i) {
+    return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(ptrs[i])),
+                                _mm_loadu_ps(ptrs[i + 4]), 1);
+  };
+  return transpose_in(pair(0), pair(1), pair(2), pair(3));
+}
+
 // Writes back the records of the lanes set in `lanes` (bit i for lane i).
-inline void store_records(float* const ptrs[8], const Records& r, int lanes) {
+inline void store_records(float* const ptrs[8], bool contiguous, const Records& r, int lanes) {
   const __m256 t0 = _mm256_unpacklo_ps(r.m0, r.m1), t1 = _mm256_unpackhi_ps(r.m0, r.m1);
   const __m256 t2 = _mm256_unpacklo_ps(r.m2, r.var), t3 = _mm256_unpackhi_ps(r.m2, r.var);
   const __m256 q[4] = {_mm256_shuffle_ps(t0, t2, 0x44), _mm256_shuffle_ps(t0, t2, 0xEE),
                        _mm256_shuffle_ps(t1, t3, 0x44), _mm256_shuffle_ps(t1, t3, 0xEE)};
+  if (contiguous && lanes == 0xFF) {
+    _mm256_storeu_ps(ptrs[0], _mm256_permute2f128_ps(q[0], q[1], 0x20));
+    _mm256_storeu_ps(ptrs[2], _mm256_permute2f128_ps(q[2], q[3], 0x20));
+    _mm256_storeu_ps(ptrs[4], _mm256_permute2f128_ps(q[0], q[1], 0x31));
+    _mm256_storeu_ps(ptrs[6], _mm256_permute2f128_ps(q[2], q[3], 0x31));
+    return;
+  }
   for (int i = 0; i < 4; ++i) {
     if (lanes & (1 << i)) _mm_storeu_ps(ptrs[i], _mm256_castps256_ps128(q[i]));
     if (lanes & (1 << (i + 4))) _mm_storeu_ps(ptrs[i + 4], _mm256_extractf128_ps(q[i], 1));
@@ -349,9 +374,10 @@ inline void update_block(const GmmPlanes& g, const GmmParams& q, int64_t p, cons
     __m256 hit = zero;
     const __m256 look = _mm256_andnot_ps(matched, active);
     if (bits(look)) {
-      record_ptrs(g, _mm256_min_epu32(_mm256_loadu_si256(reinterpret_cast<__m256i*>(Ok)), max_slot),
-                  p, ptrs);
-      Records r = load_records(ptrs);
+      const bool contiguous = locate_records(
+          g, _mm256_min_epu32(_mm256_loadu_si256(reinterpret_cast<__m256i*>(Ok)), max_slot), p,
+          ptrs);
+      Records r = load_records(ptrs, contiguous);
       const __m256 e0 = _mm256_sub_ps(x0, r.m0), e1 = _mm256_sub_ps(x1, r.m1),
                    e2 = _mm256_sub_ps(x2, r.m2);
       const __m256 d2 = _mm256_fmadd_ps(e2, e2, _mm256_fmadd_ps(e1, e1, _mm256_mul_ps(e0, e0)));
@@ -371,7 +397,7 @@ inline void update_block(const GmmPlanes& g, const GmmParams& q, int64_t p, cons
         const __m256 v = _mm256_fmadd_ps(rate, _mm256_sub_ps(d2, r.var), r.var);
         r.var =
             _mm256_min_ps(_mm256_max_ps(v, _mm256_set1_ps(q.var_min)), _mm256_set1_ps(q.var_max));
-        store_records(ptrs, r, hit_bits);
+        store_records(ptrs, contiguous, r, hit_bits);
         matched = _mm256_or_ps(matched, hit);
       }
     }
@@ -473,10 +499,10 @@ inline void update_block(const GmmPlanes& g, const GmmParams& q, int64_t p, cons
     for (int k = 0;; ++k) {
       pending = _mm256_and_ps(pending, as_ps(_mm256_cmpgt_epi32(m, _mm256_set1_epi32(k))));
       if (!bits(pending)) break;
-      record_ptrs(
+      const bool contiguous = locate_records(
           g, _mm256_min_epu32(_mm256_loadu_si256(reinterpret_cast<__m256i*>(O + k * P)), max_slot),
           p, ptrs);
-      const Records r = load_records(ptrs);
+      const Records r = load_records(ptrs, contiguous);
       const __m256 dd =
           _mm256_fmadd_ps(r.m2, r.m2, _mm256_fmadd_ps(r.m1, r.m1, _mm256_mul_ps(r.m0, r.m0)));
       const __m256 num =
