@@ -395,8 +395,8 @@ RVPCV_API RvpStatus rvpiFGMMInit_8u_C3R(RvpiSize roiSize, int maxNGauss,
  * stored parameters are kept); when given it replaces all stored parameters for this and later
  * calls. learningRate < 0, and any rate on the first call after Init, selects the default
  * alpha = 1 / min(2n + 2, numFrames) with n the frame count before the call; otherwise alpha =
- * learningRate. alpha is formed in double and rounded to float once; decay = 1 − alpha and
- * prune = alpha · complexityReduction are then single precision.
+ * learningRate, used as given (no clamping). alpha is formed in double and rounded to float
+ * once; decay = 1 − alpha and prune = alpha · complexityReduction are then single precision.
  * Per pixel (m modes in descending weight order, N = numGauss):
  *   1. for k < m (m may shrink): w = fma(decay, w_k, −prune); until a match: d² = |mean − x|²;
  *      if bgRatio > (sum of the earlier counted weights) and varThreshold·v > d² the pixel is
@@ -435,7 +435,8 @@ RVPCV_API RvpStatus rvpiFGMMForeground_8u_C3R(const Rvp8u* pSrc, int srcStep, Rv
  * nearest (ties to even) and saturated to 0..255, a NaN (zero weight) giving 0. A pixel with
  * no components is written 0 in all three channels.
  * Checks, in order: null pDst or pState → -8; dstStep < 1 → -14; width or height < 1, or
- * roiSize different from the Init size → -6. The state is only read. */
+ * roiSize different from the Init size → -6. The state is only read, so several threads may
+ * render from one state as long as none runs rvpiFGMMForeground_8u_C3R on it meanwhile. */
 RVPCV_API RvpStatus rvpiFGMMBackground_8u_C3R(Rvp8u* pDst, int dstStep, RvpiSize roiSize,
                                               const Rvp8u* pState);
 

@@ -7,8 +7,11 @@
 #include <cstdint>
 #include <cstdio>
 #include <opencv2/video/background_segm.hpp>
-#include <opencv2/videoio.hpp>
 #include <vector>
+#if __has_include(<opencv2/videoio.hpp>)
+#include <opencv2/videoio.hpp>
+#define RVPCV_HAVE_VIDEOIO 1
+#endif
 
 #include "rvpcv.h"
 
@@ -17,6 +20,9 @@ namespace {
 const char* const kClip = "/usr/share/doc/opencv-doc/examples/data/vtest.avi";
 
 TEST(GmmCrossCheck, MasksAgreeWithMog2OnVtest) {
+#ifndef RVPCV_HAVE_VIDEOIO
+  GTEST_SKIP() << "OpenCV's video input module is not installed: cannot read " << kClip;
+#else
   cv::VideoCapture cap(kClip);
   if (!cap.isOpened())
     GTEST_SKIP() << kClip << " missing or no decoder (apt-get install opencv-doc)";
@@ -110,6 +116,7 @@ TEST(GmmCrossCheck, MasksAgreeWithMog2OnVtest) {
   // mean a real divergence of the model, not rounding.
   EXPECT_GE(worst, 0.999);
   EXPECT_GE(sum / frames, 0.9999);
+#endif
 }
 
 }  // namespace
