@@ -326,8 +326,10 @@ TEST(FGMMForeground, NumFramesOneKeepsOnlyTheNewestComponent) {
   model.numFrames = 1;
   State st(roi, 5, model, 4);
   Scene scene(roi.width, roi.height, 11, 30, 2);
-  rvpt::TestImage<Rvp8u> src(roi.width, roi.height, 3), prev(roi.width, roi.height, 3);
+  rvpt::TestImage<Rvp8u> src(roi.width, roi.height, 3);
   std::vector<Rvp8u> mask(size_t(roi.width) * roi.height);
+  std::vector<float> means(size_t(3) * roi.width * roi.height);
+  int unmatched = 0;
   for (int t = 0; t < 12; ++t) {
     scene.frame(t, src);
     ASSERT_EQ(rvpiFGMMForeground_8u_C3R(src.ptr(), src.step(), mask.data(), roi.width, roi, st.base,
@@ -337,19 +339,22 @@ TEST(FGMMForeground, NumFramesOneKeepsOnlyTheNewestComponent) {
     for (int64_t p = 0; p < g.plane; ++p) {
       ASSERT_EQ(g.modes[p], 1);
       ASSERT_EQ(g.weights[p], 1.0f);
-      if (mask[p] == 255 && t > 0) {
-        const float* r = g.data + (g.order[p] * g.plane + p) * 4;
-        const int x = int(p % roi.width), y = int(p / roi.width);
-        // An unmatched pixel: a fresh component at the pixel's colour.
-        const float d0 = float(prev.at(x, y, 0)) - float(src.at(x, y, 0));
-        if (std::fabs(d0) > 26) {  // d² ≥ 9 · varMax: no match possible
-          for (int c = 0; c < 3; ++c) ASSERT_EQ(r[c], float(src.at(x, y, c)));
-          ASSERT_EQ(r[3], model.varInit);
-        }
+      const float* r = g.data + (g.order[p] * g.plane + p) * 4;
+      const int x = int(p % roi.width), y = int(p / roi.width);
+      float d2 = 0;
+      for (int c = 0; c < 3; ++c) d2 += std::pow(means[3 * p + c] - src.at(x, y, c), 2.0f);
+      if (t > 0 && d2 > 1.01f * model.varThreshold * model.varMax) {
+        // Neither a match nor background was possible: a fresh component at the pixel's
+        // colour, of which the pixel is a shadow.
+        ++unmatched;
+        for (int c = 0; c < 3; ++c) ASSERT_EQ(r[c], float(src.at(x, y, c)));
+        ASSERT_EQ(r[3], model.varInit);
+        ASSERT_EQ(mask[p], r[0] + r[1] + r[2] == 0 ? 255 : model.shadowValue);
       }
+      for (int c = 0; c < 3; ++c) means[3 * p + c] = r[c];
     }
-    prev = src;
   }
+  EXPECT_GT(unmatched, 10);
 }
 
 TEST(FGMMForeground, PruningCanLeaveNoModes) {
@@ -426,6 +431,48 @@ TEST(FGMMForeground, PruningCanLeaveNoModes) {
     const float* r = g.data + (g.order[2 * g.plane + p] * g.plane + p) * 4;
     ASSERT_EQ(r[0], 250.0f);
     ASSERT_EQ(r[3], harsh.varInit);
+  }
+}
+
+// A state whose first position is weak (possible after earlier prunes): the pruned position 0
+// stays in place with weight 0 while the count shrinks from the end, and after the new
+// component the reordering pass does not stop at position 2 (weight above alpha) but goes on
+// to exchange positions 0 and 1. Run through the vector rows (8 pixels) and the reference
+// (tail pixels) alike.
+TEST(FGMMForeground, ReorderPassVisitsEveryPosition) {
+  const RvpiSize roi{11, 1};
+  RvpFGMModel model = default_model();
+  model.numGauss = 3;
+  model.shadowDetection = 0;
+  model.complexityReduction = 0.5f;  // prune 0.1 at alpha 0.2
+  State st(roi, 3, model);
+  st.header().frame_count = 1;  // not the first call: the given rate applies
+  GmmPlanes g = st.planes();
+  const float w0[3] = {0.01f, 0.6f, 0.39f};
+  for (int64_t p = 0; p < g.plane; ++p) {
+    g.modes[p] = 3;
+    for (int k = 0; k < 3; ++k) {
+      g.weights[k * g.plane + p] = w0[k];
+      g.order[k * g.plane + p] = 2 - k;  // any permutation of the slots
+      float* r = g.data + ((2 - k) * g.plane + p) * 4;
+      r[0] = r[1] = r[2] = 10.0f * k;
+      r[3] = 15.0f;
+    }
+  }
+  std::vector<Rvp8u> src(3 * 11, 200), mask(11);
+  ASSERT_EQ(rvpiFGMMForeground_8u_C3R(src.data(), 33, mask.data(), 11, roi, st.base, &model, 0.2),
+            rvpStsNoErr);
+  g = st.planes();
+  for (int64_t p = 0; p < g.plane; ++p) {
+    ASSERT_EQ(g.modes[p], 3);
+    EXPECT_EQ(g.weights[p], (0.8f * 0.6f - 0.1f) / (0.8f * 0.6f - 0.1f) * 0.8f);
+    EXPECT_EQ(g.weights[g.plane + p], 0.0f);
+    EXPECT_EQ(g.weights[2 * g.plane + p], 0.2f);
+    EXPECT_EQ(g.order[p], 1);                // the former position 1
+    EXPECT_EQ(g.order[g.plane + p], 2);      // the pruned former position 0
+    EXPECT_EQ(g.order[2 * g.plane + p], 0);  // the new component took the free slot
+    EXPECT_EQ(g.data[p * 4], 200.0f);
+    EXPECT_EQ(mask[p], 255);
   }
 }
 
