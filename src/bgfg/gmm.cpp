@@ -106,9 +106,8 @@ RvpStatus background(Rvp8u* dst, int dst_step, RvpiSize roi, const Rvp8u* state)
   GmmHeader* h;
   const GmmPlanes g = carve_planes(const_cast<Rvp8u*>(state), &h);  // only read below
   for (int y = 0; y < roi.height; ++y) {
-    Rvp8u* out = row(dst, dst_step, y);
-    for (int x = 0; x < roi.width; ++x)
-      ref::background_pixel(g, h->model.bgRatio, int64_t{y} * roi.width + x, out + 3 * x);
+    avx2::background_row(g, h->model.bgRatio, int64_t{y} * roi.width, row(dst, dst_step, y),
+                         roi.width);
   }
   return rvpStsNoErr;
 }

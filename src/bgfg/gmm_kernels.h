@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "core/numeric.h"
@@ -235,6 +236,10 @@ inline void background_pixel(const GmmPlanes& g, float bg_ratio, int64_t p, Rvp8
   out[0] = rvp::saturate<Rvp8u>(rvp::round_even(a0 / sum));
   out[1] = rvp::saturate<Rvp8u>(rvp::round_even(a1 / sum));
   out[2] = rvp::saturate<Rvp8u>(rvp::round_even(a2 / sum));
+}
+
+inline void background_row(const GmmPlanes& g, float bg_ratio, int64_t p0, Rvp8u* dst, int width) {
+  for (int x = 0; x < width; ++x) background_pixel(g, bg_ratio, p0 + x, dst + 3 * x);
 }
 
 }  // namespace ref
@@ -535,6 +540,60 @@ inline void update_row(const GmmPlanes& g, const GmmParams& q, int64_t p0, const
   int x = 0;
   for (; x + 8 <= width; x += 8) update_block(g, q, p0 + x, src + 3 * x, dst + x);
   for (; x < width; ++x) dst[x] = ref::update_pixel(g, q, p0 + x, src + 3 * x);
+}
+
+// Background colour of pixels p .. p+7 (24 bytes to out).
+inline void background_block(const GmmPlanes& g, float bg_ratio, int64_t p, Rvp8u* out) {
+  const int64_t P = g.plane;
+  const __m256i m = _mm256_min_epi32(
+      _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(g.modes + p))),
+      _mm256_set1_epi32(g.max_gauss));
+  const __m256i max_slot = _mm256_set1_epi32(g.max_gauss - 1);
+  const __m256 ratio = _mm256_set1_ps(bg_ratio);
+  __m256 a0 = _mm256_setzero_ps(), a1 = a0, a2 = a0, sum = a0;
+  __m256 live = as_ps(_mm256_set1_epi32(-1));
+  float* ptrs[8];
+  for (int k = 0;; ++k) {
+    live = _mm256_and_ps(live, as_ps(_mm256_cmpgt_epi32(m, _mm256_set1_epi32(k))));
+    if (!bits(live)) break;
+    const __m256 w = _mm256_loadu_ps(g.weights + k * P + p);
+    const __m256i slots = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(g.order + k * P + p));
+    const bool contiguous = locate_records(g, _mm256_min_epu32(slots, max_slot), p, ptrs);
+    const Records r = load_records(ptrs, contiguous);
+    a0 = _mm256_blendv_ps(a0, _mm256_fmadd_ps(w, r.m0, a0), live);
+    a1 = _mm256_blendv_ps(a1, _mm256_fmadd_ps(w, r.m1, a1), live);
+    a2 = _mm256_blendv_ps(a2, _mm256_fmadd_ps(w, r.m2, a2), live);
+    sum = _mm256_blendv_ps(sum, _mm256_add_ps(sum, w), live);
+    live = _mm256_andnot_ps(_mm256_cmp_ps(sum, ratio, _CMP_GT_OQ), live);
+  }
+  // Clamping before rounding gives what rounding then saturating gives (the bounds are
+  // integers); max puts NaN (a zero weight sum) at 0. Pixels without components get 0.
+  const __m256 none = as_ps(_mm256_cmpeq_epi32(m, _mm256_setzero_si256()));
+  auto to_int = [&](__m256 acc) {
+    __m256 v = _mm256_max_ps(_mm256_div_ps(acc, sum), _mm256_setzero_ps());
+    v = _mm256_min_ps(v, _mm256_set1_ps(255.0f));
+    return _mm256_cvtps_epi32(_mm256_blendv_ps(v, _mm256_setzero_ps(), none));
+  };
+  const __m256i c0 = to_int(a0), c1 = to_int(a1), c2 = to_int(a2);
+  // Per 128-bit half: bytes c0[0..3], c1[0..3], c2[0..3], c2[0..3] of its four pixels.
+  const __m256i bytes =
+      _mm256_packus_epi16(_mm256_packus_epi32(c0, c1), _mm256_packus_epi32(c2, c2));
+  const __m256i rgb = _mm256_shuffle_epi8(
+      bytes, _mm256_setr_epi8(0, 4, 8, 1, 5, 9, 2, 6, 10, 3, 7, 11, -1, -1, -1, -1, 0, 4, 8, 1, 5,
+                              9, 2, 6, 10, 3, 7, 11, -1, -1, -1, -1));
+  const __m128i lo = _mm256_castsi256_si128(rgb), hi = _mm256_extracti128_si256(rgb, 1);
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(out), lo);
+  const int32_t lo_tail = _mm_extract_epi32(lo, 2);
+  std::memcpy(out + 8, &lo_tail, 4);
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(out + 12), hi);
+  const int32_t hi_tail = _mm_extract_epi32(hi, 2);
+  std::memcpy(out + 20, &hi_tail, 4);
+}
+
+inline void background_row(const GmmPlanes& g, float bg_ratio, int64_t p0, Rvp8u* dst, int width) {
+  int x = 0;
+  for (; x + 8 <= width; x += 8) background_block(g, bg_ratio, p0 + x, dst + 3 * x);
+  for (; x < width; ++x) ref::background_pixel(g, bg_ratio, p0 + x, dst + 3 * x);
 }
 
 }  // namespace avx2

@@ -723,6 +723,16 @@ TEST(FGMMKernels, VectorMatchesScalarOverLongSequences) {
       scalar_frame(src.ptr(), src.step(), mr.ptr(), mr.step(), roi, ref.base, given, rate);
       ASSERT_EQ(mv.bytes(), mr.bytes()) << "variant " << vi << " frame " << t << " width " << w;
       ASSERT_EQ(state_diff(vec, ref), "") << "variant " << vi << " frame " << t << " width " << w;
+      if (t % 10 == 9) {
+        // The rendered background: the export (vector rows) against the reference rows.
+        rvpt::TestImage<Rvp8u> bv(w, h, 3, vi % 5, vi % 2), br(w, h, 3, vi % 5, vi % 2);
+        ASSERT_EQ(rvpiFGMMBackground_8u_C3R(bv.ptr(), bv.step(), roi, vec.base), rvpStsNoErr);
+        const GmmPlanes g = ref.planes();
+        for (int y = 0; y < h; ++y)
+          rvp::bgfg::ref::background_row(g, ref.header().model.bgRatio, int64_t{y} * w, br.row(y),
+                                         w);
+        ASSERT_EQ(bv.bytes(), br.bytes()) << "variant " << vi << " frame " << t;
+      }
     }
     ++vi;
   }
