@@ -345,8 +345,10 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  * background with rvpiFGMMBackground_8u_C3R. The whole state lives in that buffer and the
  * library keeps no pointer into it; every call aligns the buffer address up to 32 bytes, so a
  * byte copy of the buffer is a valid state when its address has the same value modulo 32.
- * The buffer must hold a state prepared by Init; even a damaged one never makes the library
- * touch memory outside it (mode counts and data-slot indices are clamped to the maximum N).
+ * The buffer must hold a state prepared by Init. Its planes are not trusted blindly: mode
+ * counts and data-slot indices are clamped to the recorded maximum N, so damaged planes cannot
+ * send an access outside the buffer; a header that does not describe a state for the call's
+ * roiSize (size, N within 1..255, stored numGauss within 1..N) is refused with -6.
  *
  * State: a frame counter, a copy of the parameter record, the Init size and component maximum
  * N, a mode-count plane (one byte per pixel), and per component position k < N a weight plane

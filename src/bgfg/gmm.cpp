@@ -76,8 +76,13 @@ RvpStatus init(RvpiSize roi, int max_gauss, const RvpFGMModel* model, Rvp8u* sta
 // must also be the one the state was prepared for (the planes are laid out for it).
 RvpStatus check_size(RvpiSize roi, const Rvp8u* state) {
   if (auto st = check_roi(roi)) return st;
+  // A header that does not describe a state for this region (never the case after Init) is
+  // refused before its plane layout is trusted.
   const GmmHeader* h = state_header(state);
-  return h->width == roi.width && h->height == roi.height ? rvpStsNoErr : rvpStsSizeErr;
+  const bool fits = h->width == roi.width && h->height == roi.height && h->max_gauss >= 1 &&
+                    h->max_gauss <= kMaxGauss && h->model.numGauss >= 1 &&
+                    h->model.numGauss <= h->max_gauss;
+  return fits ? rvpStsNoErr : rvpStsSizeErr;
 }
 
 RvpStatus foreground(const Rvp8u* src, int src_step, Rvp8u* dst, int dst_step, RvpiSize roi,

@@ -570,6 +570,20 @@ TEST(FGMMForeground, RefusalsLeaveStateAndMaskUnchanged) {
   EXPECT_EQ(rvpiFGMMBackground_8u_C3R(bg.data(), 36, {12, 2}, st.base), rvpStsSizeErr);
   EXPECT_EQ(bg, bg_before);
   EXPECT_EQ(st.bytes(), state_before);
+  // A header that no Init wrote is refused as a size mismatch, before any plane is used.
+  for (int field : {0, 1}) {
+    State bad(roi, 3, default_model());
+    if (field == 0) bad.header().max_gauss = 300;
+    if (field == 1) bad.header().model.numGauss = 4;
+    auto raw = [&] { return std::vector<uint8_t>(bad.base, bad.base + bad.size); };
+    const std::vector<uint8_t> bad_before = raw();
+    EXPECT_EQ(rvpiFGMMForeground_8u_C3R(src.ptr(), s, d, 12, roi, bad.base, nullptr, -1),
+              rvpStsSizeErr);
+    EXPECT_EQ(rvpiFGMMBackground_8u_C3R(bg.data(), 36, roi, bad.base), rvpStsSizeErr);
+    EXPECT_EQ(raw(), bad_before);
+  }
+  EXPECT_EQ(bg, bg_before);
+  EXPECT_EQ(mask, mask_before);
   // Positive steps below the row width are accepted (a single row never uses them).
   const RvpiSize one_row{5, 1};
   State small(one_row, 2, default_model());
