@@ -1186,6 +1186,110 @@ RVPCV_API RvpStatus rvpiApplyMixedHaarClassifier_32s_C1RSfs(
  * Gaussian-mixture background model (src/bgfg/gmm.cpp)
  * ========================================================================================== */
 /* section:gmm (declarations follow this line) */
+/* Per-pixel adaptive mixture of Gaussians over 3-channel 8-bit frames. The caller sizes one
+ * buffer with rvpiFGMMGetBufferSize_8u_C3R, allocates it (any alignment), prepares it with
+ * rvpiFGMMInit_8u_C3R, then folds frames in with rvpiFGMMForeground_8u_C3R and renders the
+ * background with rvpiFGMMBackground_8u_C3R. The whole state lives in that buffer and the
+ * library keeps no pointer into it; every call aligns the buffer address up to 32 bytes, so a
+ * byte copy of the buffer is a valid state when its address has the same value modulo 32.
+ * The buffer must hold a state prepared by Init. Its planes are not trusted blindly: mode
+ * counts and data-slot indices are clamped to the recorded maximum N, so damaged planes cannot
+ * send an access outside the buffer; a header that does not describe a state for the call's
+ * roiSize (size, N within 1..255, stored numGauss within 1..N) is refused with -6.
+ *
+ * State: a frame counter, a copy of the parameter record, the Init size and component maximum
+ * N, a mode-count plane (one byte per pixel), and per component position k < N a weight plane
+ * (float), an order plane (int32: which data plane holds the pixel's k-th strongest component)
+ * and per data slot a plane of 4 floats per pixel (mean of channels 0, 1, 2, and one variance).
+ *
+ * Arithmetic is single precision; every product added to a sum is one fused multiply-add;
+ * distances and dot products accumulate channel 0, then 1, then 2. Results are identical
+ * whatever the width, alignment or step. */
+
+/* Parameter record, 48 bytes. The 4 bytes after numGauss are a named reserved field that the
+ * library never reads (it is copied with the record). */
+typedef struct {
+  int numFrames;             /* history length: the default rate is 1 / min(2n + 2, numFrames) */
+  int numGauss;              /* components per pixel in use, 1 .. the Init maximum */
+  int reserved;              /* never read */
+  Rvp32f varInit;            /* variance of a newly created component */
+  Rvp32f varMin;             /* every updated variance is clamped to [varMin, varMax] */
+  Rvp32f varMax;
+  Rvp32f varThreshold;       /* background and shadow test, in units of variance */
+  Rvp32f bgRatio;            /* cumulative weight the background components make up */
+  Rvp32f varThresholdGen;    /* match test for updating a component */
+  Rvp32f complexityReduction;/* weight-pruning prior */
+  Rvp8u shadowValue;         /* mask value of a shadow pixel */
+  Rvp8u shadowDetection;     /* nonzero: run the shadow test on non-background pixels */
+  Rvp32f shadowTau;          /* lower bound of a shadow's brightness ratio */
+} RvpFGMModel;
+
+/* Buffer bytes for a roiSize region and maxNGauss components, A(n) being n rounded up to 32:
+ * A(16·W·H·N) + 3·A(8·N) + 416 + A(W·H) + 2·A(4·W·H·N).
+ * Checks: null pBufSize → -8; width or height < 1 → -6; maxNGauss outside 1..255 → -5 (the
+ * mode count is one byte per pixel); a total that does not fit a signed 32-bit count → -6.
+ * *pBufSize is written only on success. */
+RVPCV_API RvpStatus rvpiFGMMGetBufferSize_8u_C3R(RvpiSize roiSize, int maxNGauss,
+                                                 int* pBufSize);
+
+/* Prepares the state in pState (at least the queried size, any alignment): zeroes all the
+ * queried bytes, copies *pModel with numGauss replaced by maxNGauss, records roiSize and
+ * maxNGauss, fills order plane k with k, frame counter 0, all mode counts 0.
+ * Checks: null pModel or pState → -8; width or height < 1 → -6; maxNGauss outside 1..255 →
+ * -5; a size that does not fit a signed 32-bit count → -6. The parameter values are not
+ * checked (a numFrames below 1 gives a meaningless rate, never an access outside the state). */
+RVPCV_API RvpStatus rvpiFGMMInit_8u_C3R(RvpiSize roiSize, int maxNGauss,
+                                        const RvpFGMModel* pModel, Rvp8u* pState);
+
+/* Folds one frame (pSrc, 3 channels) into the model and writes the mask pDst (1 channel):
+ * 0 background, 255 foreground, shadowValue for a detected shadow. pModel may be null (the
+ * stored parameters are kept); when given it replaces all stored parameters for this and later
+ * calls. learningRate < 0, and any rate on the first call after Init, selects the default
+ * alpha = 1 / min(2n + 2, numFrames) with n the frame count before the call; otherwise alpha =
+ * learningRate, used as given (no clamping). alpha is formed in double and rounded to float
+ * once; decay = 1 − alpha and prune = alpha · complexityReduction are then single precision.
+ * Per pixel (m modes in descending weight order, N = numGauss):
+ *   1. for k < m (m may shrink): w = fma(decay, w_k, −prune); until a match: d² = |mean − x|²;
+ *      if bgRatio > (sum of the earlier counted weights) and varThreshold·v > d² the pixel is
+ *      background; if varThresholdGen·v > d² the component matches: w += alpha, r = alpha / w,
+ *      mean = fma(r, x − mean, mean) (the value of mean − r·(mean − x) rounded once),
+ *      v = fma(r, d² − v, v) clamped to [varMin, varMax] (as max then min; a NaN becomes
+ *      varMin), and it moves up past every earlier component whose weight is ≤ w. If
+ *      w < prune, m shrinks by one (the last position leaves use, whichever component was
+ *      pruned) and the component does not count (an unmatched one gets weight 0, a matched one
+ *      keeps its stored weight); otherwise w is stored and counted.
+ *   2. m > 0: each of the m weights is divided by the counted sum. The division is plain IEEE
+ *      division: when nothing counted (a sum of 0, which needs a prune above the strongest
+ *      decayed weight, e.g. complexityReduction·alpha near 1) the weights become NaN.
+ *   3. no match: the component at position j = (m < N ? m : N − 1) becomes (x, varInit) with
+ *      weight 1 when it is the only one, alpha otherwise; m = min(m + 1, N); weights below j
+ *      are multiplied by decay; then for i = m − 1 down to 1, positions i − 1 and i are
+ *      exchanged when the weight at i − 1 is ≤ alpha (every i is visited).
+ *   4. mask: 0 if background; else with shadowDetection, over the components in order:
+ *      D = |mean|², num = mean·x; D = 0 → 255; if D ≥ num ≥ shadowTau·D, a = num / D,
+ *      e² = |fma(a, mean, −x)|² and (varThreshold·v)·(a·a) > e² → shadowValue; else the
+ *      weights are summed and once the sum exceeds bgRatio, or the components run out, 255.
+ *      Without shadowDetection: 255.
+ * Checks, in order: null pSrc, pDst or pState → -8; srcStep or dstStep < 1 → -14; width or
+ * height < 1, or roiSize different from the Init size → -6; pModel with numGauss outside
+ * 1 .. the Init maximum → -5. Steps are only required to be positive (rows may overlap; they
+ * are processed top to bottom). On any error neither pDst nor the state is written. The frame
+ * counter stops at INT_MAX instead of wrapping. A mode count above numGauss (numGauss lowered
+ * between calls) is cut to numGauss when the pixel next creates a component. */
+RVPCV_API RvpStatus rvpiFGMMForeground_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                              int dstStep, RvpiSize roiSize, Rvp8u* pState,
+                                              const RvpFGMModel* pModel, Rvp64f learningRate);
+
+/* Renders the background into pDst (3 channels): per pixel, over its components in order,
+ * sum fma(w_k, mean_k, acc) per channel and the weights, stopping after the first component at
+ * which the summed weight exceeds bgRatio; the value is acc / (summed weight) rounded to
+ * nearest (ties to even) and saturated to 0..255, a NaN (zero weight) giving 0. A pixel with
+ * no components is written 0 in all three channels.
+ * Checks, in order: null pDst or pState → -8; dstStep < 1 → -14; width or height < 1, or
+ * roiSize different from the Init size → -6. The state is only read, so several threads may
+ * render from one state as long as none runs rvpiFGMMForeground_8u_C3R on it meanwhile. */
+RVPCV_API RvpStatus rvpiFGMMBackground_8u_C3R(Rvp8u* pDst, int dstStep, RvpiSize roiSize,
+                                              const Rvp8u* pState);
 
 
 
