@@ -1,0 +1,234 @@
+// Row and column kernels of the separable fixed-kernel filters (derivatives, Laplacian, box,
+// Gaussian). Each has a scalar reference and an AVX2 version with bit-identical results.
+//
+// Row kernels read a bordered source row: out[i] = sum_k taps[k] * src[i + k * stride], i < n,
+// where stride is the channel count (taps step whole pixels of interleaved data) and the
+// bordered row holds at least n + (K - 1) * stride elements.
+// Column kernels combine M intermediate rows element-wise: sum_m taps[m] * rows[m][i].
+#pragma once
+
+#include <immintrin.h>
+
+#include <cmath>
+#include <cstdint>
+
+#include "core/numeric.h"
+#include "rvpcv.h"
+
+namespace rvp::filter {
+
+// ---- 8-bit rows to 16-bit intermediates -------------------------------------------------------
+// Exact 32-bit sum; with shift > 0 rounded half up and shifted right; saturated to 16 bits.
+
+inline int16_t row_u8_value(const uint8_t* s, const int16_t* taps, int K, int stride, int shift) {
+  int32_t acc = 0;
+  for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * s[k * stride];
+  if (shift > 0) acc = (acc + (1 << (shift - 1))) >> shift;
+  return saturate<int16_t>(acc);
+}
+
+inline void row_u8_s16_scalar(const uint8_t* src, int16_t* out, int n, const int16_t* taps,
+                              int K, int stride, int shift) {
+  for (int i = 0; i < n; ++i) out[i] = row_u8_value(src + i, taps, K, stride, shift);
+}
+
+inline __m256i load16_u8_as_s16(const uint8_t* p) {
+  return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+}
+
+inline __m256i tap_pair(int16_t a, int16_t b) {
+  return _mm256_set1_epi32(int32_t(uint16_t(a)) | int32_t(uint32_t(uint16_t(b)) << 16));
+}
+
+inline void row_u8_s16_avx2(const uint8_t* src, int16_t* out, int n, const int16_t* taps, int K,
+                            int stride, int shift) {
+  int i = 0;
+  const __m256i half = _mm256_set1_epi32(shift > 0 ? 1 << (shift - 1) : 0);
+  const __m128i sh = _mm_cvtsi32_si128(shift);
+  for (; i + 16 <= n; i += 16) {
+    __m256i lo = _mm256_setzero_si256(), hi = _mm256_setzero_si256();
+    int k = 0;
+    for (; k + 1 < K; k += 2) {
+      const __m256i a = load16_u8_as_s16(src + i + k * stride);
+      const __m256i b = load16_u8_as_s16(src + i + (k + 1) * stride);
+      const __m256i t = tap_pair(taps[k], taps[k + 1]);
+      lo = _mm256_add_epi32(lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(a, b), t));
+      hi = _mm256_add_epi32(hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(a, b), t));
+    }
+    if (k < K) {
+      const __m256i a = load16_u8_as_s16(src + i + k * stride);
+      const __m256i z = _mm256_setzero_si256();
+      const __m256i t = tap_pair(taps[k], 0);
+      lo = _mm256_add_epi32(lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(a, z), t));
+      hi = _mm256_add_epi32(hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(a, z), t));
+    }
+    if (shift > 0) {
+      lo = _mm256_sra_epi32(_mm256_add_epi32(lo, half), sh);
+      hi = _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh);
+    }
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_packs_epi32(lo, hi));
+  }
+  for (; i < n; ++i) out[i] = row_u8_value(src + i, taps, K, stride, shift);
+}
+
+// ---- 16-bit intermediates to the destination -------------------------------------------------
+
+enum class ColOut {
+  S16,       // exact sum saturated to Rvp16s
+  S8Scaled,  // sum (as single) times `scale`, rounded half to even, saturated to Rvp8s
+  U8Scaled,  // the same, saturated to Rvp8u
+  U8Shift,   // (sum + 2^(shift-1)) >> shift, saturated to Rvp8u
+};
+
+template <ColOut O>
+inline int32_t col_s16_sum(const int16_t* const* rows, const int16_t* taps, int M, int i) {
+  int32_t acc = 0;
+  for (int m = 0; m < M; ++m) acc += int32_t{taps[m]} * rows[m][i];
+  return acc;
+}
+
+template <ColOut O>
+inline void col_s16_store(int32_t acc, void* dst, int i, float scale, int shift) {
+  if constexpr (O == ColOut::S16) {
+    static_cast<int16_t*>(dst)[i] = saturate<int16_t>(acc);
+  } else if constexpr (O == ColOut::S8Scaled) {
+    static_cast<int8_t*>(dst)[i] =
+        saturate<int8_t>(static_cast<int32_t>(round_even(static_cast<float>(acc) * scale)));
+  } else if constexpr (O == ColOut::U8Scaled) {
+    static_cast<uint8_t*>(dst)[i] =
+        saturate<uint8_t>(static_cast<int32_t>(round_even(static_cast<float>(acc) * scale)));
+  } else {
+    static_cast<uint8_t*>(dst)[i] = saturate<uint8_t>((acc + (1 << (shift - 1))) >> shift);
+  }
+}
+
+template <ColOut O>
+inline void col_s16_scalar(const int16_t* const* rows, const int16_t* taps, int M, int n,
+                           void* dst, float scale, int shift) {
+  for (int i = 0; i < n; ++i) col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
+}
+
+template <ColOut O>
+inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M, int n,
+                         void* dst, float scale, int shift) {
+  int i = 0;
+  const __m256 vscale = _mm256_set1_ps(scale);
+  const __m256i half = _mm256_set1_epi32(shift > 0 ? 1 << (shift - 1) : 0);
+  const __m128i sh = _mm_cvtsi32_si128(shift);
+  for (; i + 16 <= n; i += 16) {
+    __m256i lo = _mm256_setzero_si256(), hi = _mm256_setzero_si256();
+    int m = 0;
+    for (; m + 1 < M; m += 2) {
+      const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[m] + i));
+      const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[m + 1] + i));
+      const __m256i t = tap_pair(taps[m], taps[m + 1]);
+      lo = _mm256_add_epi32(lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(a, b), t));
+      hi = _mm256_add_epi32(hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(a, b), t));
+    }
+    if (m < M) {
+      const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[m] + i));
+      const __m256i z = _mm256_setzero_si256();
+      const __m256i t = tap_pair(taps[m], 0);
+      lo = _mm256_add_epi32(lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(a, z), t));
+      hi = _mm256_add_epi32(hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(a, z), t));
+    }
+    // lo/hi hold elements 0-3,8-11 and 4-7,12-15; the packs below restore the order.
+    if constexpr (O == ColOut::S16) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(static_cast<int16_t*>(dst) + i),
+                          _mm256_packs_epi32(lo, hi));
+    } else {
+      __m256i w;
+      if constexpr (O == ColOut::U8Shift) {
+        w = _mm256_packs_epi32(_mm256_sra_epi32(_mm256_add_epi32(lo, half), sh),
+                               _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh));
+      } else {
+        w = _mm256_packs_epi32(
+            _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(lo), vscale)),
+            _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(hi), vscale)));
+      }
+      const __m256i b = O == ColOut::S8Scaled ? _mm256_packs_epi16(w, w) : _mm256_packus_epi16(w, w);
+      const __m256i q = _mm256_permute4x64_epi64(b, 0x08);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(dst) + i),
+                       _mm256_castsi256_si128(q));
+    }
+  }
+  for (; i < n; ++i) col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
+}
+
+// ---- single precision ---------------------------------------------------------------------------
+// Products with zero taps are left out; the others are summed in order, starting from the first
+// product (no fused multiply-add). A row without any nonzero tap gives +0.
+
+inline float row_f32_value(const float* s, const float* taps, int K, int stride) {
+  float acc = 0.0f;
+  bool first = true;
+  for (int k = 0; k < K; ++k) {
+    if (taps[k] == 0.0f) continue;
+    const float p = taps[k] * s[k * stride];
+    acc = first ? p : acc + p;
+    first = false;
+  }
+  return acc;
+}
+
+inline void row_f32_scalar(const float* src, float* out, int n, const float* taps, int K,
+                           int stride) {
+  for (int i = 0; i < n; ++i) out[i] = row_f32_value(src + i, taps, K, stride);
+}
+
+inline void row_f32_avx2(const float* src, float* out, int n, const float* taps, int K,
+                         int stride) {
+  int i = 0;
+  for (; i + 8 <= n; i += 8) {
+    __m256 acc = _mm256_setzero_ps();
+    bool first = true;
+    for (int k = 0; k < K; ++k) {
+      if (taps[k] == 0.0f) continue;
+      const __m256 p = _mm256_mul_ps(_mm256_set1_ps(taps[k]), _mm256_loadu_ps(src + i + k * stride));
+      acc = first ? p : _mm256_add_ps(acc, p);
+      first = false;
+    }
+    _mm256_storeu_ps(out + i, acc);
+  }
+  for (; i < n; ++i) out[i] = row_f32_value(src + i, taps, K, stride);
+}
+
+// Column: the running sum over all M rows, then times `scale` when `scaled`.
+inline float col_f32_value(const float* const* rows, const float* taps, int M, int i, bool scaled,
+                           float scale) {
+  float acc = 0.0f;
+  bool first = true;
+  for (int m = 0; m < M; ++m) {
+    if (taps[m] == 0.0f) continue;
+    const float p = taps[m] * rows[m][i];
+    acc = first ? p : acc + p;
+    first = false;
+  }
+  return scaled ? acc * scale : acc;
+}
+
+inline void col_f32_scalar(const float* const* rows, const float* taps, int M, int n, float* dst,
+                           bool scaled, float scale) {
+  for (int i = 0; i < n; ++i) dst[i] = col_f32_value(rows, taps, M, i, scaled, scale);
+}
+
+inline void col_f32_avx2(const float* const* rows, const float* taps, int M, int n, float* dst,
+                         bool scaled, float scale) {
+  int i = 0;
+  const __m256 vs = _mm256_set1_ps(scale);
+  for (; i + 8 <= n; i += 8) {
+    __m256 acc = _mm256_setzero_ps();
+    bool first = true;
+    for (int m = 0; m < M; ++m) {
+      if (taps[m] == 0.0f) continue;
+      const __m256 p = _mm256_mul_ps(_mm256_set1_ps(taps[m]), _mm256_loadu_ps(rows[m] + i));
+      acc = first ? p : _mm256_add_ps(acc, p);
+      first = false;
+    }
+    if (scaled) acc = _mm256_mul_ps(acc, vs);
+    _mm256_storeu_ps(dst + i, acc);
+  }
+  for (; i < n; ++i) dst[i] = col_f32_value(rows, taps, M, i, scaled, scale);
+}
+
+}  // namespace rvp::filter
