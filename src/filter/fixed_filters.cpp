@@ -78,20 +78,26 @@ RvpStatus fixed_filter(Fixed f, const S* src, int srcStep, D* dst, int dstStep, 
     for (int t = 0; t < k.terms; ++t)
       for (int i = 0; i < k.K; ++i) v[t * k.K + i] = k.v[t][i];
     const float scale = 1.0f / static_cast<float>(kernel_abs_sum(k));
+    const int M = k.terms * k.K;
     run_separable<S, I>(
         bsrc, roi, 1, k.K, k.terms, carver,
         [&](int t, const Rvp8u* b, Rvp16s* out, int n) {
-          row_u8_s16_avx2(b, out, n, k.h[t], k.K, 1, 0);
+          if (k.K == 3)
+            row_u8_s16w_avx2<3>(b, out, n, k.h[t]);
+          else
+            row_u8_s16w_avx2<5>(b, out, n, k.h[t]);
         },
         [&](const Rvp16s* const* rows, int y) {
           D* d = row(dst, dstStep, y);
-          const int M = k.terms * k.K;
-          if constexpr (std::is_same_v<D, Rvp16s>)
-            col_s16_avx2<ColOut::S16>(rows, v, M, roi.width, d, 1.0f, 0);
-          else if constexpr (std::is_same_v<D, Rvp8s>)
-            col_s16_avx2<ColOut::S8Scaled>(rows, v, M, roi.width, d, scale, 0);
-          else
-            col_s16_avx2<ColOut::U8Scaled>(rows, v, M, roi.width, d, scale, 0);
+          constexpr ColOut O = std::is_same_v<D, Rvp16s>  ? ColOut::S16
+                               : std::is_same_v<D, Rvp8s> ? ColOut::S8Scaled
+                                                          : ColOut::U8Scaled;
+          switch (M) {
+            case 3: col_s16w_avx2<3, O>(rows, v, roi.width, d, scale); break;
+            case 5: col_s16w_avx2<5, O>(rows, v, roi.width, d, scale); break;
+            case 6: col_s16w_avx2<6, O>(rows, v, roi.width, d, scale); break;
+            default: col_s16w_avx2<10, O>(rows, v, roi.width, d, scale);
+          }
         });
   }
   return rvpStsNoErr;

@@ -155,6 +155,95 @@ inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M,
   for (; i < n; ++i) col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
 }
 
+// ---- 16-bit wrap-around forms of the fixed kernels ---------------------------------------------
+// The fixed derivative, Laplacian and box kernels keep every row value within 255 * 16 and
+// every final value within 255 * 112 in magnitude, so sums formed with 16-bit wrap-around
+// arithmetic are exact: these kernels give the same values as the 32-bit ones above, with
+// twice the lanes.
+
+inline void row_u8_s16w_scalar(const uint8_t* src, int16_t* out, int n, const int16_t* taps,
+                               int K) {
+  for (int i = 0; i < n; ++i) {
+    uint16_t acc = 0;
+    for (int k = 0; k < K; ++k) acc = uint16_t(acc + uint16_t(taps[k] * src[i + k]));
+    out[i] = int16_t(acc);
+  }
+}
+
+template <int K>
+inline void row_u8_s16w_avx2(const uint8_t* src, int16_t* out, int n, const int16_t* taps) {
+  __m256i t[K];
+  for (int k = 0; k < K; ++k) t[k] = _mm256_set1_epi16(taps[k]);
+  int i = 0;
+  for (; i + 16 <= n; i += 16) {
+    __m256i acc = _mm256_mullo_epi16(load16_u8_as_s16(src + i), t[0]);
+#pragma GCC unroll 16
+    for (int k = 1; k < K; ++k)
+      acc = _mm256_add_epi16(acc, _mm256_mullo_epi16(load16_u8_as_s16(src + i + k), t[k]));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), acc);
+  }
+  if (i < n) row_u8_s16w_scalar(src + i, out + i, n - i, taps, K);
+}
+
+template <ColOut O>
+inline void col_s16w_store(int16_t v, void* dst, int i, float scale) {
+  if constexpr (O == ColOut::S16)
+    static_cast<int16_t*>(dst)[i] = v;
+  else
+    col_s16_store<O>(int32_t{v}, dst, i, scale, 0);
+}
+
+template <ColOut O>
+inline void col_s16w_scalar(const int16_t* const* rows, const int16_t* taps, int M, int n,
+                            void* dst, float scale) {
+  for (int i = 0; i < n; ++i) {
+    uint16_t acc = 0;
+    for (int m = 0; m < M; ++m) acc = uint16_t(acc + uint16_t(taps[m] * rows[m][i]));
+    col_s16w_store<O>(int16_t(acc), dst, i, scale);
+  }
+}
+
+template <int M, ColOut O>
+inline void col_s16w_avx2(const int16_t* const* rows, const int16_t* taps, int n, void* dst,
+                          float scale) {
+  static_assert(O != ColOut::U8Shift, "wrap-around columns have no shift form");
+  __m256i t[M];
+  const int16_t* r[M];
+  for (int m = 0; m < M; ++m) {
+    t[m] = _mm256_set1_epi16(taps[m]);
+    r[m] = rows[m];
+  }
+  const __m256 vs = _mm256_set1_ps(scale);
+  int i = 0;
+  for (; i + 16 <= n; i += 16) {
+    __m256i acc = _mm256_setzero_si256();
+#pragma GCC unroll 16
+    for (int m = 0; m < M; ++m)
+      acc = _mm256_add_epi16(
+          acc, _mm256_mullo_epi16(
+                   _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r[m] + i)), t[m]));
+    if constexpr (O == ColOut::S16) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(static_cast<int16_t*>(dst) + i), acc);
+    } else {
+      const __m256i lo = _mm256_cvtepi16_epi32(_mm256_castsi256_si128(acc));
+      const __m256i hi = _mm256_cvtepi16_epi32(_mm256_extracti128_si256(acc, 1));
+      const __m256i a = _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(lo), vs));
+      const __m256i b = _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(hi), vs));
+      // packs interleaves 128-bit lanes: a0 b0 | a1 b1 -> reorder to a0 a1 b0 b1.
+      const __m256i w = _mm256_permute4x64_epi64(_mm256_packs_epi32(a, b), 0xD8);
+      const __m256i q = O == ColOut::S8Scaled ? _mm256_packs_epi16(w, w) : _mm256_packus_epi16(w, w);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(dst) + i),
+                       _mm256_castsi256_si128(_mm256_permute4x64_epi64(q, 0x08)));
+    }
+  }
+  if (i < n) {
+    const int16_t* tail[M];
+    for (int m = 0; m < M; ++m) tail[m] = rows[m] + i;
+    void* d = static_cast<uint8_t*>(dst) + size_t(i) * (O == ColOut::S16 ? 2 : 1);
+    col_s16w_scalar<O>(tail, taps, M, n - i, d, scale);
+  }
+}
+
 // ---- single precision ---------------------------------------------------------------------------
 // Products with zero taps are left out; the others are summed in order, starting from the first
 // product (no fused multiply-add). A row without any nonzero tap gives +0.
