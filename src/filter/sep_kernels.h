@@ -245,6 +245,15 @@ inline void col_s16w_avx2(const int16_t* const* rows, const int16_t* taps, int n
 }
 
 // ---- single precision ---------------------------------------------------------------------------
+// Scalar steps pin the operand order with the same instructions the vector lanes use: for two
+// NaN operands the first one's payload and sign survive, so the compiler must not commute them.
+inline float mul_ord(float a, float b) {
+  return _mm_cvtss_f32(_mm_mul_ss(_mm_set_ss(a), _mm_set_ss(b)));
+}
+inline float add_ord(float a, float b) {
+  return _mm_cvtss_f32(_mm_add_ss(_mm_set_ss(a), _mm_set_ss(b)));
+}
+
 // Products with zero taps are left out; the others are summed in order, starting from the first
 // product (no fused multiply-add). A row without any nonzero tap gives +0.
 
@@ -253,8 +262,8 @@ inline float row_f32_value(const float* s, const float* taps, int K, int stride)
   bool first = true;
   for (int k = 0; k < K; ++k) {
     if (taps[k] == 0.0f) continue;
-    const float p = taps[k] * s[k * stride];
-    acc = first ? p : acc + p;
+    const float p = mul_ord(taps[k], s[k * stride]);
+    acc = first ? p : add_ord(acc, p);
     first = false;
   }
   return acc;
@@ -265,8 +274,47 @@ inline void row_f32_scalar(const float* src, float* out, int n, const float* tap
   for (int i = 0; i < n; ++i) out[i] = row_f32_value(src + i, taps, K, stride);
 }
 
+// The nonzero taps, unrolled: offsets in elements from the first, values.
+template <int NZ>
+inline void row_f32_nz(const float* src, float* out, int n, const int* off, const float* tv) {
+  __m256 t[NZ];
+  for (int k = 0; k < NZ; ++k) t[k] = _mm256_set1_ps(tv[k]);
+  int i = 0;
+  for (; i + 8 <= n; i += 8) {
+    __m256 acc = _mm256_mul_ps(t[0], _mm256_loadu_ps(src + i + off[0]));
+#pragma GCC unroll 16
+    for (int k = 1; k < NZ; ++k)
+      acc = _mm256_add_ps(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(src + i + off[k])));
+    _mm256_storeu_ps(out + i, acc);
+  }
+  for (; i < n; ++i) {
+    float acc = mul_ord(tv[0], src[i + off[0]]);
+    for (int k = 1; k < NZ; ++k) acc = add_ord(acc, mul_ord(tv[k], src[i + off[k]]));
+    out[i] = acc;
+  }
+}
+
 inline void row_f32_avx2(const float* src, float* out, int n, const float* taps, int K,
                          int stride) {
+  int off[8];
+  float tv[8];
+  int nz = 0;
+  for (int k = 0; k < K && K <= 8; ++k)
+    if (taps[k] != 0.0f) {
+      off[nz] = k * stride;
+      tv[nz++] = taps[k];
+    }
+  if (K <= 8) {
+    switch (nz) {
+      case 0: for (int i = 0; i < n; ++i) out[i] = 0.0f; return;
+      case 1: row_f32_nz<1>(src, out, n, off, tv); return;
+      case 2: row_f32_nz<2>(src, out, n, off, tv); return;
+      case 3: row_f32_nz<3>(src, out, n, off, tv); return;
+      case 4: row_f32_nz<4>(src, out, n, off, tv); return;
+      case 5: row_f32_nz<5>(src, out, n, off, tv); return;
+      default: break;
+    }
+  }
   int i = 0;
   for (; i + 8 <= n; i += 8) {
     __m256 acc = _mm256_setzero_ps();
@@ -289,11 +337,11 @@ inline float col_f32_value(const float* const* rows, const float* taps, int M, i
   bool first = true;
   for (int m = 0; m < M; ++m) {
     if (taps[m] == 0.0f) continue;
-    const float p = taps[m] * rows[m][i];
-    acc = first ? p : acc + p;
+    const float p = mul_ord(taps[m], rows[m][i]);
+    acc = first ? p : add_ord(acc, p);
     first = false;
   }
-  return scaled ? acc * scale : acc;
+  return scaled ? mul_ord(acc, scale) : acc;
 }
 
 inline void col_f32_scalar(const float* const* rows, const float* taps, int M, int n, float* dst,
@@ -301,8 +349,53 @@ inline void col_f32_scalar(const float* const* rows, const float* taps, int M, i
   for (int i = 0; i < n; ++i) dst[i] = col_f32_value(rows, taps, M, i, scaled, scale);
 }
 
+template <int NZ>
+inline void col_f32_nz(const float* const* rows, const float* tv, int n, float* dst, bool scaled,
+                       float scale) {
+  __m256 t[NZ];
+  const float* r[NZ];
+  for (int k = 0; k < NZ; ++k) {
+    t[k] = _mm256_set1_ps(tv[k]);
+    r[k] = rows[k];
+  }
+  const __m256 vs = _mm256_set1_ps(scale);
+  int i = 0;
+  for (; i + 8 <= n; i += 8) {
+    __m256 acc = _mm256_mul_ps(t[0], _mm256_loadu_ps(r[0] + i));
+#pragma GCC unroll 16
+    for (int k = 1; k < NZ; ++k) acc = _mm256_add_ps(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(r[k] + i)));
+    if (scaled) acc = _mm256_mul_ps(acc, vs);
+    _mm256_storeu_ps(dst + i, acc);
+  }
+  for (; i < n; ++i) {
+    float acc = mul_ord(tv[0], r[0][i]);
+    for (int k = 1; k < NZ; ++k) acc = add_ord(acc, mul_ord(tv[k], r[k][i]));
+    dst[i] = scaled ? mul_ord(acc, scale) : acc;
+  }
+}
+
 inline void col_f32_avx2(const float* const* rows, const float* taps, int M, int n, float* dst,
                          bool scaled, float scale) {
+  if (M <= 12) {
+    const float* r[12];
+    float tv[12];
+    int nz = 0;
+    for (int m = 0; m < M; ++m)
+      if (taps[m] != 0.0f) {
+        r[nz] = rows[m];
+        tv[nz++] = taps[m];
+      }
+    switch (nz) {
+      case 1: col_f32_nz<1>(r, tv, n, dst, scaled, scale); return;
+      case 2: col_f32_nz<2>(r, tv, n, dst, scaled, scale); return;
+      case 3: col_f32_nz<3>(r, tv, n, dst, scaled, scale); return;
+      case 4: col_f32_nz<4>(r, tv, n, dst, scaled, scale); return;
+      case 5: col_f32_nz<5>(r, tv, n, dst, scaled, scale); return;
+      case 6: col_f32_nz<6>(r, tv, n, dst, scaled, scale); return;
+      case 8: col_f32_nz<8>(r, tv, n, dst, scaled, scale); return;
+      default: break;
+    }
+  }
   int i = 0;
   const __m256 vs = _mm256_set1_ps(scale);
   for (; i + 8 <= n; i += 8) {

@@ -20,7 +20,7 @@ namespace {
 TEST(SepKernels, AvxMatchesScalarBitForBit) {
   using namespace rvp::filter;
   std::mt19937 rng(21);
-  for (int trial = 0; trial < 400; ++trial) {
+  for (int trial = 0; trial < 1500; ++trial) {
     const int n = std::uniform_int_distribution<int>(1, 90)(rng);
     const int K = std::uniform_int_distribution<int>(1, 9)(rng);
     const int stride = std::uniform_int_distribution<int>(1, 3)(rng);
@@ -78,7 +78,9 @@ TEST(SepKernels, AvxMatchesScalarBitForBit) {
     std::vector<float> fa(n), fb(n);
     row_f32_scalar(sf.data() + off, fa.data(), n, ft.data(), K, stride);
     row_f32_avx2(sf.data() + off, fb.data(), n, ft.data(), K, stride);
-    for (int i = 0; i < n; ++i) ASSERT_TRUE(rvpt::same_bits(fa[i], fb[i])) << i;
+    for (int i = 0; i < n; ++i)
+      ASSERT_TRUE(rvpt::same_bits(fa[i], fb[i]))
+          << i << " of " << n << " K " << K << ": " << fa[i] << " vs " << fb[i];
     std::vector<std::vector<float>> frows(M, std::vector<float>(n));
     std::vector<const float*> fp;
     for (auto& r : frows) {
@@ -91,6 +93,51 @@ TEST(SepKernels, AvxMatchesScalarBitForBit) {
     col_f32_scalar(fp.data(), fct.data(), M, n, fa.data(), scaled, scale);
     col_f32_avx2(fp.data(), fct.data(), M, n, fb.data(), scaled, scale);
     for (int i = 0; i < n; ++i) ASSERT_TRUE(rvpt::same_bits(fa[i], fb[i])) << i;
+  }
+}
+
+// The 16-bit wrap-around kernels of the fixed filters, every column count they are built for.
+template <int M, rvp::filter::ColOut O, class D>
+void wrap_column_case(std::mt19937& rng, int n, int off) {
+  using namespace rvp::filter;
+  std::vector<std::vector<int16_t>> rows(M, std::vector<int16_t>(n + off));
+  std::vector<const int16_t*> ptrs;
+  for (auto& r : rows) {
+    for (auto& v : r) v = int16_t(rng());
+    ptrs.push_back(r.data() + off);
+  }
+  int16_t taps[M];
+  for (auto& t : taps) t = int16_t(std::uniform_int_distribution<int>(-10, 10)(rng));
+  const float scale = 1.0f / float(std::uniform_int_distribution<int>(1, 120)(rng));
+  std::vector<D> a(n + 1), b(n + 1);
+  col_s16w_scalar<O>(ptrs.data(), taps, M, n, a.data() + 1, scale);
+  col_s16w_avx2<M, O>(ptrs.data(), taps, n, b.data() + 1, scale);
+  ASSERT_EQ(a, b) << "M " << M << " n " << n;
+}
+
+TEST(SepKernels, WrapAroundKernelsMatchScalar) {
+  using namespace rvp::filter;
+  std::mt19937 rng(23);
+  for (int trial = 0; trial < 300; ++trial) {
+    const int n = std::uniform_int_distribution<int>(1, 100)(rng);
+    const int off = std::uniform_int_distribution<int>(0, 9)(rng);
+    std::vector<uint8_t> src(off + n + 4);
+    for (auto& v : src) v = uint8_t(rng());
+    int16_t taps[5];
+    for (auto& t : taps) t = int16_t(std::uniform_int_distribution<int>(-10, 10)(rng));
+    std::vector<int16_t> a(n + 1), b(n + 1);
+    row_u8_s16w_scalar(src.data() + off, a.data() + 1, n, taps, 3);
+    row_u8_s16w_avx2<3>(src.data() + off, b.data() + 1, n, taps);
+    ASSERT_EQ(a, b);
+    row_u8_s16w_scalar(src.data() + off, a.data() + 1, n, taps, 5);
+    row_u8_s16w_avx2<5>(src.data() + off, b.data() + 1, n, taps);
+    ASSERT_EQ(a, b);
+    wrap_column_case<3, ColOut::S16, int16_t>(rng, n, off);
+    wrap_column_case<5, ColOut::S8Scaled, int8_t>(rng, n, off);
+    wrap_column_case<6, ColOut::U8Scaled, uint8_t>(rng, n, off);
+    wrap_column_case<10, ColOut::S16, int16_t>(rng, n, off);
+    wrap_column_case<10, ColOut::S8Scaled, int8_t>(rng, n, off);
+    wrap_column_case<3, ColOut::U8Scaled, uint8_t>(rng, n, off);
   }
 }
 
