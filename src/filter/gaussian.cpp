@@ -140,14 +140,32 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
         });
   } else if constexpr (std::is_same_v<S, Rvp8u>) {
     const int16_t* t = static_cast<const int16_t*>(taps);
+    constexpr int kColShift = 2 * kGaussShift8u - kGaussRowDrop;
+    const bool sym = symmetric(t, K);
     run_separable<S, I>(
         bsrc, roi, CH, K, 1, carver,
         [&](int, const Rvp8u* b, Rvp16s* out, int nn) {
-          row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
+          switch (sym ? K : 0) {
+            case 3: row_u8_sym_avx2<3>(b, out, nn, t, CH, kGaussRowDrop); break;
+            case 5: row_u8_sym_avx2<5>(b, out, nn, t, CH, kGaussRowDrop); break;
+            case 7: row_u8_sym_avx2<7>(b, out, nn, t, CH, kGaussRowDrop); break;
+            case 9: row_u8_sym_avx2<9>(b, out, nn, t, CH, kGaussRowDrop); break;
+            case 11: row_u8_sym_avx2<11>(b, out, nn, t, CH, kGaussRowDrop); break;
+            case 13: row_u8_sym_avx2<13>(b, out, nn, t, CH, kGaussRowDrop); break;
+            default: row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
+          }
         },
         [&](const Rvp16s* const* rows, int y) {
-          col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, row(dst, dstStep, y), 1.0f,
-                                        2 * kGaussShift8u - kGaussRowDrop);
+          Rvp8u* d = row(dst, dstStep, y);
+          switch (sym ? K : 0) {
+            case 3: col_u8_sym_avx2<3>(rows, t, n, d, kColShift); break;
+            case 5: col_u8_sym_avx2<5>(rows, t, n, d, kColShift); break;
+            case 7: col_u8_sym_avx2<7>(rows, t, n, d, kColShift); break;
+            case 9: col_u8_sym_avx2<9>(rows, t, n, d, kColShift); break;
+            case 11: col_u8_sym_avx2<11>(rows, t, n, d, kColShift); break;
+            case 13: col_u8_sym_avx2<13>(rows, t, n, d, kColShift); break;
+            default: col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, d, 1.0f, kColShift);
+          }
         });
   } else {
     const int32_t* t = static_cast<const int32_t*>(taps);

@@ -155,6 +155,90 @@ inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M,
   for (; i < n; ++i) col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
 }
 
+// ---- symmetric kernels (Gaussian) ----------------------------------------------------------------
+// Same results as row_u8_s16_avx2 / col_s16_avx2<U8Shift> when taps[k] == taps[K-1-k] and the
+// folded sums fit 16 bits (8-bit pixels: 510; rows of the Gaussian row pass: below 2 * 4400):
+// mirrored pixels are added before the multiply, halving the multiplies.
+
+inline bool symmetric(const int16_t* taps, int K) {
+  for (int k = 0; k < K / 2; ++k)
+    if (taps[k] != taps[K - 1 - k]) return false;
+  return K % 2 == 1;
+}
+
+// Sum of tt[j] * v[j] (j < N) in 32-bit lanes: lo holds elements 0-3, 8-11, hi 4-7, 12-15.
+template <int N>
+inline void madd_sum(const __m256i* v, const __m256i* tp, __m256i& lo, __m256i& hi) {
+  lo = _mm256_setzero_si256();
+  hi = _mm256_setzero_si256();
+#pragma GCC unroll 8
+  for (int j = 0; j < N; j += 2) {
+    const __m256i b = j + 1 < N ? v[j + 1] : _mm256_setzero_si256();
+    lo = _mm256_add_epi32(lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(v[j], b), tp[j / 2]));
+    hi = _mm256_add_epi32(hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(v[j], b), tp[j / 2]));
+  }
+}
+
+template <int K>
+inline void sym_tap_pairs(const int16_t* taps, __m256i* tp) {
+  constexpr int N = K / 2 + 1;
+  for (int j = 0; j < N; j += 2) tp[j / 2] = tap_pair(taps[j], j + 1 < N ? taps[j + 1] : 0);
+}
+
+template <int K>
+inline void row_u8_sym_avx2(const uint8_t* src, int16_t* out, int n, const int16_t* taps,
+                            int stride, int shift) {
+  constexpr int R = K / 2, N = R + 1;
+  __m256i tp[(N + 1) / 2];
+  sym_tap_pairs<K>(taps, tp);
+  const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
+  const __m128i sh = _mm_cvtsi32_si128(shift);
+  int i = 0;
+  for (; i + 16 <= n; i += 16) {
+    __m256i v[N];
+#pragma GCC unroll 8
+    for (int k = 0; k < R; ++k)
+      v[k] = _mm256_add_epi16(load16_u8_as_s16(src + i + k * stride),
+                              load16_u8_as_s16(src + i + (K - 1 - k) * stride));
+    v[R] = load16_u8_as_s16(src + i + R * stride);
+    __m256i lo, hi;
+    madd_sum<N>(v, tp, lo, hi);
+    lo = _mm256_sra_epi32(_mm256_add_epi32(lo, half), sh);
+    hi = _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_packs_epi32(lo, hi));
+  }
+  for (; i < n; ++i) out[i] = row_u8_value(src + i, taps, K, stride, shift);
+}
+
+template <int K>
+inline void col_u8_sym_avx2(const int16_t* const* rows, const int16_t* taps, int n, uint8_t* dst,
+                            int shift) {
+  constexpr int R = K / 2, N = R + 1;
+  __m256i tp[(N + 1) / 2];
+  sym_tap_pairs<K>(taps, tp);
+  const int16_t* r[K];
+  for (int k = 0; k < K; ++k) r[k] = rows[k];
+  const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
+  const __m128i sh = _mm_cvtsi32_si128(shift);
+  auto ld = [](const int16_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
+  int i = 0;
+  for (; i + 16 <= n; i += 16) {
+    __m256i v[N];
+#pragma GCC unroll 8
+    for (int k = 0; k < R; ++k) v[k] = _mm256_add_epi16(ld(r[k] + i), ld(r[K - 1 - k] + i));
+    v[R] = ld(r[R] + i);
+    __m256i lo, hi;
+    madd_sum<N>(v, tp, lo, hi);
+    const __m256i w = _mm256_packs_epi32(_mm256_sra_epi32(_mm256_add_epi32(lo, half), sh),
+                                         _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh));
+    const __m256i q = _mm256_permute4x64_epi64(_mm256_packus_epi16(w, w), 0x08);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i), _mm256_castsi256_si128(q));
+  }
+  for (; i < n; ++i)
+    col_s16_store<ColOut::U8Shift>(col_s16_sum<ColOut::U8Shift>(r, taps, K, i), dst, i, 1.0f,
+                                   shift);
+}
+
 // ---- 16-bit wrap-around forms of the fixed kernels ---------------------------------------------
 // The fixed derivative, Laplacian and box kernels keep every row value within 255 * 16 and
 // every final value within 255 * 112 in magnitude, so sums formed with 16-bit wrap-around
