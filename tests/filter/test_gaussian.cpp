@@ -87,7 +87,7 @@ double reference(const rvpt::RefBorder<S>& b, int y, int x, int c, int K, float 
 template <class S>
 void gauss_case(std::mt19937& rng) {
   for (int ch : {1, 3})
-    for (int K : {3, 5, 7, 11})
+    for (int K : {3, 5, 7, 11, 15})
       for (int border : {0, 1, 6, 0x10 | 1, 0x40 | 0, 0xA0 | 1})
         for (RvpiSize roi : {RvpiSize{1, 1}, RvpiSize{5, 2}, RvpiSize{19, 7}, RvpiSize{40, 3}}) {
           const float sigma = std::uniform_real_distribution<float>(0.3f, 4.0f)(rng);
