@@ -39,10 +39,13 @@ using GaussInter =
     std::conditional_t<std::is_same_v<S, Rvp8u>, Rvp16s,
                        std::conditional_t<std::is_same_v<S, Rvp32f>, Rvp32f, Rvp32s>>;
 
+// Sub-buffers: the taps (4K bytes), for 8u a 16-bit copy of the bordered row, then the
+// separable engine's bordered row and ring.
 template <class S>
 int64_t work_bytes(RvpiSize roi, int K, int ch) {
-  const int64_t b = sep_buffer_bytes<S, GaussInter<S>>(roi, K, 1, ch, int64_t{K} * 4);
-  return b;
+  int64_t extra = round_up(int64_t{K} * 4, kScratchAlign);
+  if (std::is_same_v<S, Rvp8u>) extra += (int64_t{roi.width} + K - 1) * ch * 2;
+  return sep_buffer_bytes<S, GaussInter<S>>(roi, K, 1, ch, extra);
 }
 
 int64_t work_bytes_for(int type, RvpiSize roi, int K, int ch) {
@@ -142,16 +145,17 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
     const int16_t* t = static_cast<const int16_t*>(taps);
     constexpr int kColShift = 2 * kGaussShift8u - kGaussRowDrop;
     const bool sym = symmetric(t, K);
+    int16_t* wide = carver.take<int16_t>((int64_t{roi.width} + K - 1) * CH);
     run_separable<S, I>(
         bsrc, roi, CH, K, 1, carver,
         [&](int, const Rvp8u* b, Rvp16s* out, int nn) {
           switch (sym ? K : 0) {
-            case 3: row_u8_sym_avx2<3>(b, out, nn, t, CH, kGaussRowDrop); break;
-            case 5: row_u8_sym_avx2<5>(b, out, nn, t, CH, kGaussRowDrop); break;
-            case 7: row_u8_sym_avx2<7>(b, out, nn, t, CH, kGaussRowDrop); break;
-            case 9: row_u8_sym_avx2<9>(b, out, nn, t, CH, kGaussRowDrop); break;
-            case 11: row_u8_sym_avx2<11>(b, out, nn, t, CH, kGaussRowDrop); break;
-            case 13: row_u8_sym_avx2<13>(b, out, nn, t, CH, kGaussRowDrop); break;
+            case 3: row_u8_sym_avx2<3>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
+            case 5: row_u8_sym_avx2<5>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
+            case 7: row_u8_sym_avx2<7>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
+            case 9: row_u8_sym_avx2<9>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
+            case 11: row_u8_sym_avx2<11>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
+            case 13: row_u8_sym_avx2<13>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
             default: row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
           }
         },

@@ -156,56 +156,74 @@ inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M,
 }
 
 // ---- symmetric kernels (Gaussian) ----------------------------------------------------------------
-// Same results as row_u8_s16_avx2 / col_s16_avx2<U8Shift> when taps[k] == taps[K-1-k] and the
-// folded sums fit 16 bits (8-bit pixels: 510; rows of the Gaussian row pass: below 2 * 4400):
-// mirrored pixels are added before the multiply, halving the multiplies.
+// Same results as row_u8_s16_scalar / col_s16_scalar<U8Shift> when taps[k] == taps[K-1-k] >= 0
+// and every row value lies in 0..4415 (8-bit pixels, taps summing to at most 4416 before the
+// 8-bit drop): mirrored inputs are added before the multiply, and the multiply-adds take their
+// pairs from neighbouring lanes, taps (t, 0) for even outputs and (0, t) for odd ones, so no
+// lane shuffles are needed; even and odd results (each below 2^16) are merged by a shift.
 
 inline bool symmetric(const int16_t* taps, int K) {
+  if (K % 2 == 0) return false;
   for (int k = 0; k < K / 2; ++k)
     if (taps[k] != taps[K - 1 - k]) return false;
-  return K % 2 == 1;
+  for (int k = 0; k < K; ++k)
+    if (taps[k] < 0) return false;
+  return true;
 }
 
-// Sum of tt[j] * v[j] (j < N) in 32-bit lanes: lo holds elements 0-3, 8-11, hi 4-7, 12-15.
+// ev/od: sums over j < N of t_j * v_j for the even and the odd 16-bit lanes, in 32-bit lanes.
 template <int N>
-inline void madd_sum(const __m256i* v, const __m256i* tp, __m256i& lo, __m256i& hi) {
-  lo = _mm256_setzero_si256();
-  hi = _mm256_setzero_si256();
+inline void madd_even_odd(const __m256i* v, const __m256i* te, const __m256i* to, __m256i& ev,
+                          __m256i& od) {
+  ev = _mm256_madd_epi16(v[0], te[0]);
+  od = _mm256_madd_epi16(v[0], to[0]);
 #pragma GCC unroll 8
-  for (int j = 0; j < N; j += 2) {
-    const __m256i b = j + 1 < N ? v[j + 1] : _mm256_setzero_si256();
-    lo = _mm256_add_epi32(lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(v[j], b), tp[j / 2]));
-    hi = _mm256_add_epi32(hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(v[j], b), tp[j / 2]));
+  for (int j = 1; j < N; ++j) {
+    ev = _mm256_add_epi32(ev, _mm256_madd_epi16(v[j], te[j]));
+    od = _mm256_add_epi32(od, _mm256_madd_epi16(v[j], to[j]));
   }
 }
 
 template <int K>
-inline void sym_tap_pairs(const int16_t* taps, __m256i* tp) {
-  constexpr int N = K / 2 + 1;
-  for (int j = 0; j < N; j += 2) tp[j / 2] = tap_pair(taps[j], j + 1 < N ? taps[j + 1] : 0);
+inline void sym_taps(const int16_t* taps, __m256i* te, __m256i* to) {
+  for (int j = 0; j <= K / 2; ++j) {
+    te[j] = tap_pair(taps[j], 0);
+    to[j] = tap_pair(0, taps[j]);
+  }
 }
 
+// Rounds (v + 2^(s-1)) >> s in the even and odd 32-bit lanes and merges them into 16-bit lanes.
+inline __m256i merge_even_odd(__m256i ev, __m256i od, __m256i half, __m128i sh) {
+  ev = _mm256_srl_epi32(_mm256_add_epi32(ev, half), sh);
+  od = _mm256_srl_epi32(_mm256_add_epi32(od, half), sh);
+  return _mm256_or_si256(ev, _mm256_slli_epi32(od, 16));
+}
+
+// The bordered row (n + (K-1)*stride pixels) is widened once into `wide`.
 template <int K>
-inline void row_u8_sym_avx2(const uint8_t* src, int16_t* out, int n, const int16_t* taps,
-                            int stride, int shift) {
+inline void row_u8_sym_avx2(const uint8_t* src, int16_t* wide, int16_t* out, int n,
+                            const int16_t* taps, int stride, int shift) {
   constexpr int R = K / 2, N = R + 1;
-  __m256i tp[(N + 1) / 2];
-  sym_tap_pairs<K>(taps, tp);
+  const int len = n + (K - 1) * stride;
+  int j = 0;
+  for (; j + 16 <= len; j += 16)
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(wide + j), load16_u8_as_s16(src + j));
+  for (; j < len; ++j) wide[j] = src[j];
+  __m256i te[N], to[N];
+  sym_taps<K>(taps, te, to);
   const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
   const __m128i sh = _mm_cvtsi32_si128(shift);
+  auto ld = [](const int16_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
   int i = 0;
   for (; i + 16 <= n; i += 16) {
     __m256i v[N];
 #pragma GCC unroll 8
     for (int k = 0; k < R; ++k)
-      v[k] = _mm256_add_epi16(load16_u8_as_s16(src + i + k * stride),
-                              load16_u8_as_s16(src + i + (K - 1 - k) * stride));
-    v[R] = load16_u8_as_s16(src + i + R * stride);
-    __m256i lo, hi;
-    madd_sum<N>(v, tp, lo, hi);
-    lo = _mm256_sra_epi32(_mm256_add_epi32(lo, half), sh);
-    hi = _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh);
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_packs_epi32(lo, hi));
+      v[k] = _mm256_add_epi16(ld(wide + i + k * stride), ld(wide + i + (K - 1 - k) * stride));
+    v[R] = ld(wide + i + R * stride);
+    __m256i ev, od;
+    madd_even_odd<N>(v, te, to, ev, od);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), merge_even_odd(ev, od, half, sh));
   }
   for (; i < n; ++i) out[i] = row_u8_value(src + i, taps, K, stride, shift);
 }
@@ -214,23 +232,30 @@ template <int K>
 inline void col_u8_sym_avx2(const int16_t* const* rows, const int16_t* taps, int n, uint8_t* dst,
                             int shift) {
   constexpr int R = K / 2, N = R + 1;
-  __m256i tp[(N + 1) / 2];
-  sym_tap_pairs<K>(taps, tp);
+  __m256i te[N], to[N];
+  sym_taps<K>(taps, te, to);
   const int16_t* r[K];
   for (int k = 0; k < K; ++k) r[k] = rows[k];
   const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
   const __m128i sh = _mm_cvtsi32_si128(shift);
   auto ld = [](const int16_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
-  int i = 0;
-  for (; i + 16 <= n; i += 16) {
+  auto block = [&](int i) {
     __m256i v[N];
 #pragma GCC unroll 8
     for (int k = 0; k < R; ++k) v[k] = _mm256_add_epi16(ld(r[k] + i), ld(r[K - 1 - k] + i));
     v[R] = ld(r[R] + i);
-    __m256i lo, hi;
-    madd_sum<N>(v, tp, lo, hi);
-    const __m256i w = _mm256_packs_epi32(_mm256_sra_epi32(_mm256_add_epi32(lo, half), sh),
-                                         _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh));
+    __m256i ev, od;
+    madd_even_odd<N>(v, te, to, ev, od);
+    return merge_even_odd(ev, od, half, sh);  // 16 results, each below 2^16
+  };
+  int i = 0;
+  for (; i + 32 <= n; i += 32) {
+    const __m256i a = block(i), b = block(i + 16);
+    const __m256i q = _mm256_permute4x64_epi64(_mm256_packus_epi16(a, b), 0xD8);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + i), q);
+  }
+  for (; i + 16 <= n; i += 16) {
+    const __m256i w = block(i);
     const __m256i q = _mm256_permute4x64_epi64(_mm256_packus_epi16(w, w), 0x08);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i), _mm256_castsi256_si128(q));
   }

@@ -150,13 +150,13 @@ void symmetric_case(std::mt19937& rng) {
   const int off = std::uniform_int_distribution<int>(0, 9)(rng);
   int16_t taps[K];
   for (int k = 0; k <= K / 2; ++k)
-    taps[k] = taps[K - 1 - k] = int16_t(std::uniform_int_distribution<int>(0, 4096 / K)(rng));
+    taps[k] = taps[K - 1 - k] = int16_t(std::uniform_int_distribution<int>(0, 4416 / K)(rng));
   ASSERT_TRUE(symmetric(taps, K));
   std::vector<uint8_t> src(off + n + (K - 1) * stride);
   for (auto& v : src) v = uint8_t(rng());
-  std::vector<int16_t> a(n + 1), b(n + 1);
+  std::vector<int16_t> a(n + 1), b(n + 1), wide(src.size());
   row_u8_s16_scalar(src.data() + off, a.data() + 1, n, taps, K, stride, 8);
-  row_u8_sym_avx2<K>(src.data() + off, b.data() + 1, n, taps, stride, 8);
+  row_u8_sym_avx2<K>(src.data() + off, wide.data(), b.data() + 1, n, taps, stride, 8);
   ASSERT_EQ(a, b) << "row K " << K << " n " << n;
   std::vector<std::vector<int16_t>> rows(K, std::vector<int16_t>(n + off));
   std::vector<const int16_t*> ptrs;
@@ -180,8 +180,10 @@ TEST(SepKernels, SymmetricKernelsMatchScalar) {
     symmetric_case<11>(rng);
     symmetric_case<13>(rng);
   }
-  const int16_t asym[5] = {1, 2, 3, 4, 5};
+  const int16_t asym[5] = {1, 2, 3, 4, 5}, neg[3] = {-1, 2, -1};
   EXPECT_FALSE(rvp::filter::symmetric(asym, 5));
+  EXPECT_FALSE(rvp::filter::symmetric(neg, 3));
+  EXPECT_FALSE(rvp::filter::symmetric(asym, 4));
 }
 
 // ---- the filters ------------------------------------------------------------------------------
