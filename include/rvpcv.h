@@ -608,8 +608,10 @@ RVPCV_API RvpStatus rvpiFilterLowpassGetBufferSize_8u_C1R(RvpiSize roiSize, int 
  * rvpiFilterGaussianGetBufferSize (roiSize, kernelSize, dataType, numChannels, pSpecSize,
  * pBufferSize): pSpecSize or pBufferSize null -8; size -6; kernelSize < 3 or even -5; dataType
  * not 1, 5, 7, 13 -12; numChannels not 1 or 3 -47. The specification takes 32 * kernelSize + 32
- * bytes for every data type; the work buffer 64 + R32(4K) + R32((W + K - 1) * ch * sizeof(T))
- * + K * R32(W * ch * sizeof(I)) with I Rvp16s for 8u, Rvp32s for 16u/16s, Rvp32f for 32f.
+ * bytes for every data type; the work buffer 64 + R32(4K) + R32(X) + R32((W + K - 1) * ch *
+ * sizeof(T)) + K * R32(W * ch * sizeof(I)) with X = 2 * (W + K - 1) * ch for 8u and 0
+ * otherwise, I Rvp16s for 8u, Rvp32s for 16u/16s, Rvp32f for 32f (R32: up to a multiple of
+ * 32). A work buffer serves one call at a time.
  * rvpiFilterGaussianInit (roiSize, kernelSize, sigma, borderType, dataType, numChannels, pSpec,
  * pBuffer): pSpec or pBuffer null -8; size -6; kernelSize -5; dataType -12; numChannels -47;
  * sigma not above 0 (NaN included) -5; borderType with the side flags removed not 0, 1 or 6

@@ -293,3 +293,32 @@ TEST(GenSobelKernel, KnownFactorsSignsAndChecks) {
   EXPECT_EQ(rvpiGenSobelKernel_16s(d, 3, 1, 0), rvpStsBadArgErr);
   for (Rvp16s v : d) EXPECT_EQ(v, 7);
 }
+
+// The documented work-buffer formulas of the Gaussian and the derivative filters.
+TEST(FilterSizes, DocumentedFormulas) {
+  auto r32 = [](int64_t v) { return (v + 31) / 32 * 32; };
+  for (int W : {1, 7, 64, 1001})
+    for (int K : {3, 5, 9})
+      for (int ch : {1, 3})
+        for (int type : {rvp8u, rvp16u, rvp16s, rvp32f}) {
+          int ss = 0, bs = 0;
+          ASSERT_EQ(rvpiFilterGaussianGetBufferSize({W, 5}, K, type, ch, &ss, &bs), 0);
+          const int es = type == rvp8u ? 1 : type == rvp32f ? 4 : 2;
+          const int is = type == rvp8u ? 2 : 4;
+          const int64_t x = type == rvp8u ? 2 * int64_t(W + K - 1) * ch : 0;
+          EXPECT_EQ(bs, 64 + r32(4 * K) + r32(x) + r32(int64_t(W + K - 1) * ch * es) +
+                            K * r32(int64_t(W) * ch * is));
+          EXPECT_EQ(ss, 32 * K + 32);
+        }
+  for (int W : {1, 33, 640})
+    for (int mask : {33, 55}) {
+      const int K = mask == 33 ? 3 : 5;
+      int a = 0, b = 0, c = 0;
+      ASSERT_EQ(rvpiFilterSobelCrossGetBufferSize_8u16s_C1R({W, 2}, mask, &a), 0);
+      ASSERT_EQ(rvpiFilterLaplacianGetBufferSize_32f_C1R({W, 2}, mask, &b), 0);
+      ASSERT_EQ(rvpiFilterLowpassGetBufferSize_8u_C1R({W, 2}, mask, &c), 0);
+      EXPECT_EQ(a, 64 + r32(W + K - 1) + K * r32(2 * W));
+      EXPECT_EQ(b, 64 + r32(4 * (W + K - 1)) + 2 * K * r32(4 * W));
+      EXPECT_EQ(c, 64 + r32(W + K - 1) + K * r32(2 * W));
+    }
+}
