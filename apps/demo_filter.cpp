@@ -26,8 +26,8 @@ void filter_demo(rvpcv_app::DemoContext& ctx) {
   std::vector<float> mag(n);
   for (int i = 0; i < n; ++i) mag[i] = std::sqrt(float(dx[i]) * dx[i] + float(dy[i]) * dy[i]);
   ctx.out() << "  Scharr gradient magnitude, status " << st << " " << st2 << "\n";
-  ctx.save("filter_gradient_magnitude.png", rvpcv_app::float_to_gray(mag.data(), g.width,
-                                                                       g.height, g.width * 4));
+  ctx.save("filter_gradient_magnitude.png",
+           rvpcv_app::float_to_gray(mag.data(), g.width, g.height, g.width * 4));
 
   const rvpcv_app::Image& p = ctx.photo;
   rvpcv_app::Image blur = rvpcv_app::make_image(p.width, p.height, 3);

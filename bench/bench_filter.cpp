@@ -11,12 +11,11 @@ using rvpb::Size2;
 
 void reg(const std::string& op, const char* impl, Size2 s, std::function<void()> fn,
          int64_t bytes) {
-  benchmark::RegisterBenchmark(rvpb::bench_name(op, impl, s).c_str(),
-                               [fn, bytes](benchmark::State& st) {
-                                 for (auto _ : st) fn();
-                                 st.SetBytesProcessed(int64_t(st.iterations()) * bytes);
-                               })
-      ->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark(rvpb::bench_name(op, impl, s).c_str(), [fn, bytes](
+                                                                          benchmark::State& st) {
+    for (auto _ : st) fn();
+    st.SetBytesProcessed(int64_t(st.iterations()) * bytes);
+  })->Unit(benchmark::kMicrosecond);
 }
 
 using Deriv = RvpStatus (*)(const Rvp8u*, int, Rvp16s*, int, RvpiSize, int, RvpiBorderType, Rvp8u,
@@ -40,11 +39,15 @@ struct Registrar {
         int size = 0;
         sz(roi, mask, &size);
         auto buf = std::make_shared<std::vector<Rvp8u>>(size);
-        reg(name, "rvpcv", s, [=] {
-          fn(gray->ptr(), int(gray->step), dst->ptr<Rvp16s>(), int(dst->step), roi, mask, 1, 0,
-             buf->data());
-        }, px);
-        reg(name, "opencv", s, [=] { cvop(*gray, *dst2); }, px);
+        reg(
+            name, "rvpcv", s,
+            [=] {
+              fn(gray->ptr(), int(gray->step), dst->ptr<Rvp16s>(), int(dst->step), roi, mask, 1, 0,
+                 buf->data());
+            },
+            px);
+        reg(
+            name, "opencv", s, [=] { cvop(*gray, *dst2); }, px);
       };
       deriv("Sobel3x3_8u16s", rvpiFilterSobelNegVertBorder_8u16s_C1R,
             rvpiFilterSobelNegVertGetBufferSize_8u16s_C1R, 33, [](const cv::Mat& a, cv::Mat& b) {
@@ -68,13 +71,16 @@ struct Registrar {
         int size = 0;
         rvpiFilterScharrVertGetBufferSize_8u16s_C1R(roi, &size);
         auto buf = std::make_shared<std::vector<Rvp8u>>(size);
-        reg("Scharr_8u16s", "rvpcv", s, [=] {
-          rvpiFilterScharrVertBorder_8u16s_C1R(gray->ptr(), int(gray->step), dst->ptr<Rvp16s>(),
-                                               int(dst->step), roi, 1, 0, buf->data());
-        }, px);
-        reg("Scharr_8u16s", "opencv", s, [=] {
-          cv::Scharr(*gray, *dst2, CV_16S, 1, 0, 1, 0, cv::BORDER_REPLICATE);
-        }, px);
+        reg(
+            "Scharr_8u16s", "rvpcv", s,
+            [=] {
+              rvpiFilterScharrVertBorder_8u16s_C1R(gray->ptr(), int(gray->step), dst->ptr<Rvp16s>(),
+                                                   int(dst->step), roi, 1, 0, buf->data());
+            },
+            px);
+        reg(
+            "Scharr_8u16s", "opencv", s,
+            [=] { cv::Scharr(*gray, *dst2, CV_16S, 1, 0, 1, 0, cv::BORDER_REPLICATE); }, px);
       }
       for (int mask : {33, 55}) {
         const int k = mask == 33 ? 3 : 5;
@@ -87,21 +93,31 @@ struct Registrar {
         auto b32 = std::make_shared<std::vector<Rvp8u>>(s32);
         const std::string n8 = "Lowpass" + std::to_string(k) + "x" + std::to_string(k) + "_8u";
         const std::string n32 = "Lowpass" + std::to_string(k) + "x" + std::to_string(k) + "_32f";
-        reg(n8, "rvpcv", s, [=] {
-          rvpiFilterLowpassBorder_8u_C1R(gray->ptr(), int(gray->step), d8->ptr(), int(d8->step),
-                                         roi, mask, 1, 0, b8->data());
-        }, px);
-        reg(n8, "opencv", s, [=] {
-          cv::blur(*gray, *d8, cv::Size(k, k), cv::Point(-1, -1), cv::BORDER_REPLICATE);
-        }, px);
-        reg(n32, "rvpcv", s, [=] {
-          rvpiFilterLowpassBorder_32f_C1R(gray32->ptr<float>(), int(gray32->step),
-                                          d32->ptr<float>(), int(d32->step), roi, mask, 1, 0,
-                                          b32->data());
-        }, px * 4);
-        reg(n32, "opencv", s, [=] {
-          cv::blur(*gray32, *d32, cv::Size(k, k), cv::Point(-1, -1), cv::BORDER_REPLICATE);
-        }, px * 4);
+        reg(
+            n8, "rvpcv", s,
+            [=] {
+              rvpiFilterLowpassBorder_8u_C1R(gray->ptr(), int(gray->step), d8->ptr(), int(d8->step),
+                                             roi, mask, 1, 0, b8->data());
+            },
+            px);
+        reg(
+            n8, "opencv", s,
+            [=] { cv::blur(*gray, *d8, cv::Size(k, k), cv::Point(-1, -1), cv::BORDER_REPLICATE); },
+            px);
+        reg(
+            n32, "rvpcv", s,
+            [=] {
+              rvpiFilterLowpassBorder_32f_C1R(gray32->ptr<float>(), int(gray32->step),
+                                              d32->ptr<float>(), int(d32->step), roi, mask, 1, 0,
+                                              b32->data());
+            },
+            px * 4);
+        reg(
+            n32, "opencv", s,
+            [=] {
+              cv::blur(*gray32, *d32, cv::Size(k, k), cv::Point(-1, -1), cv::BORDER_REPLICATE);
+            },
+            px * 4);
       }
       for (int ch : {1, 3})
         for (int K : {5, 11}) {
@@ -113,20 +129,27 @@ struct Registrar {
           auto spec = std::make_shared<std::vector<Rvp8u>>(ss);
           auto buf = std::make_shared<std::vector<Rvp8u>>(bs);
           rvpiFilterGaussianInit(roi, K, sigma, 1, rvp8u, ch, spec->data(), buf->data());
-          const std::string name =
-              "Gaussian" + std::to_string(K) + "_8u_C" + std::to_string(ch);
-          reg(name, "rvpcv", s, [=] {
-            const Rvp8u v3[3] = {0, 0, 0};
-            if (ch == 1)
-              rvpiFilterGaussianBorder_8u_C1R(src->ptr(), int(src->step), dst->ptr(),
-                                              int(dst->step), roi, 0, spec->data(), buf->data());
-            else
-              rvpiFilterGaussianBorder_8u_C3R(src->ptr(), int(src->step), dst->ptr(),
-                                              int(dst->step), roi, v3, spec->data(), buf->data());
-          }, px * ch);
-          reg(name, "opencv", s, [=] {
-            cv::GaussianBlur(*src, *dst, cv::Size(K, K), sigma, sigma, cv::BORDER_REPLICATE);
-          }, px * ch);
+          const std::string name = "Gaussian" + std::to_string(K) + "_8u_C" + std::to_string(ch);
+          reg(
+              name, "rvpcv", s,
+              [=] {
+                const Rvp8u v3[3] = {0, 0, 0};
+                if (ch == 1)
+                  rvpiFilterGaussianBorder_8u_C1R(src->ptr(), int(src->step), dst->ptr(),
+                                                  int(dst->step), roi, 0, spec->data(),
+                                                  buf->data());
+                else
+                  rvpiFilterGaussianBorder_8u_C3R(src->ptr(), int(src->step), dst->ptr(),
+                                                  int(dst->step), roi, v3, spec->data(),
+                                                  buf->data());
+              },
+              px * ch);
+          reg(
+              name, "opencv", s,
+              [=] {
+                cv::GaussianBlur(*src, *dst, cv::Size(K, K), sigma, sigma, cv::BORDER_REPLICATE);
+              },
+              px * ch);
         }
     }
   }

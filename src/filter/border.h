@@ -60,8 +60,8 @@ inline RvpStatus check_border(int type, BorderFamily family) {
 
 // An accepted selector in working form.
 struct Border {
-  int base = 1;       // 0..4 (6 has become 0 with all flags)
-  int flags = 0;      // kTop | kBottom | kLeft | kRight
+  int base = 1;   // 0..4 (6 has become 0 with all flags)
+  int flags = 0;  // kTop | kBottom | kLeft | kRight
   bool in_mem(int side) const { return (flags & side) != 0; }
 };
 
@@ -116,10 +116,16 @@ inline int map_index(int i, int n, int base, bool mem_low, bool mem_high) {
 template <class T>
 class BorderedSource {
  public:
-  BorderedSource(const T* src, int step, RvpiSize roi, int channels, Border border,
-                 const T* value, int left, int right)
-      : src_(src), step_(step), w_(roi.width), h_(roi.height), ch_(channels), b_(border),
-        left_(left), right_(right) {
+  BorderedSource(const T* src, int step, RvpiSize roi, int channels, Border border, const T* value,
+                 int left, int right)
+      : src_(src),
+        step_(step),
+        w_(roi.width),
+        h_(roi.height),
+        ch_(channels),
+        b_(border),
+        left_(left),
+        right_(right) {
     for (int c = 0; c < ch_ && c < 4; ++c) value_[c] = value ? value[c] : T(0);
   }
 

@@ -1,12 +1,13 @@
 // Sobel, Scharr, Laplacian and Lowpass filters with border: a row pass and a column pass over
 // the bordered source (the kernels of fixed_filters.h, the arithmetic of sep_kernels.h).
+#include "filter/fixed_filters.h"
+
 #include <type_traits>
 
 #include "core/checks.h"
 #include "core/image.h"
 #include "core/scratch.h"
 #include "filter/border.h"
-#include "filter/fixed_filters.h"
 #include "filter/sep_engine.h"
 #include "filter/sep_kernels.h"
 #include "rvpcv.h"
@@ -54,8 +55,8 @@ RvpStatus fixed_filter(Fixed f, const S* src, int srcStep, D* dst, int dstStep, 
 
   const FixedKernel k = fixed_kernel(f, five);
   const int r = k.K / 2;
-  const BorderedSource<S> bsrc(src, srcStep, roi, 1, resolve_border(borderType), &borderValue,
-                               r, r);
+  const BorderedSource<S> bsrc(src, srcStep, roi, 1, resolve_border(borderType), &borderValue, r,
+                               r);
   ScratchCarver carver(buffer);
   using I = Inter<S>;
   if constexpr (std::is_same_v<S, Rvp32f>) {
@@ -93,10 +94,17 @@ RvpStatus fixed_filter(Fixed f, const S* src, int srcStep, D* dst, int dstStep, 
                                : std::is_same_v<D, Rvp8s> ? ColOut::S8Scaled
                                                           : ColOut::U8Scaled;
           switch (M) {
-            case 3: col_s16w_avx2<3, O>(rows, v, roi.width, d, scale); break;
-            case 5: col_s16w_avx2<5, O>(rows, v, roi.width, d, scale); break;
-            case 6: col_s16w_avx2<6, O>(rows, v, roi.width, d, scale); break;
-            default: col_s16w_avx2<10, O>(rows, v, roi.width, d, scale);
+            case 3:
+              col_s16w_avx2<3, O>(rows, v, roi.width, d, scale);
+              break;
+            case 5:
+              col_s16w_avx2<5, O>(rows, v, roi.width, d, scale);
+              break;
+            case 6:
+              col_s16w_avx2<6, O>(rows, v, roi.width, d, scale);
+              break;
+            default:
+              col_s16w_avx2<10, O>(rows, v, roi.width, d, scale);
           }
         });
   }
@@ -110,22 +118,21 @@ using rvp::filter::Fixed;
 using rvp::filter::fixed_filter;
 using rvp::filter::fixed_size;
 
-#define RVP_FIXED_MASK(name, F, tn, S, D)                                                       \
-  RvpStatus rvpiFilter##name##Border_##tn##_C1R(const S* pSrc, int srcStep, D* pDst,            \
-                                                int dstStep, RvpiSize roiSize, int mask,        \
-                                                RvpiBorderType borderType, S borderValue,       \
-                                                Rvp8u* pBuffer) {                               \
-    return fixed_filter<S, D>(F, pSrc, srcStep, pDst, dstStep, roiSize, mask, borderType,       \
-                              borderValue, pBuffer);                                            \
-  }                                                                                             \
-  RvpStatus rvpiFilter##name##GetBufferSize_##tn##_C1R(RvpiSize roiSize, int mask,              \
-                                                       int* pBufferSize) {                      \
-    return fixed_size<S>(F, roiSize, mask, pBufferSize);                                        \
+#define RVP_FIXED_MASK(name, F, tn, S, D)                                                 \
+  RvpStatus rvpiFilter##name##Border_##tn##_C1R(                                          \
+      const S* pSrc, int srcStep, D* pDst, int dstStep, RvpiSize roiSize, int mask,       \
+      RvpiBorderType borderType, S borderValue, Rvp8u* pBuffer) {                         \
+    return fixed_filter<S, D>(F, pSrc, srcStep, pDst, dstStep, roiSize, mask, borderType, \
+                              borderValue, pBuffer);                                      \
+  }                                                                                       \
+  RvpStatus rvpiFilter##name##GetBufferSize_##tn##_C1R(RvpiSize roiSize, int mask,        \
+                                                       int* pBufferSize) {                \
+    return fixed_size<S>(F, roiSize, mask, pBufferSize);                                  \
   }
 
-#define RVP_FIXED_3(name, F)                             \
-  RVP_FIXED_MASK(name, F, 32f, Rvp32f, Rvp32f)           \
-  RVP_FIXED_MASK(name, F, 8u16s, Rvp8u, Rvp16s)          \
+#define RVP_FIXED_3(name, F)                    \
+  RVP_FIXED_MASK(name, F, 32f, Rvp32f, Rvp32f)  \
+  RVP_FIXED_MASK(name, F, 8u16s, Rvp8u, Rvp16s) \
   RVP_FIXED_MASK(name, F, 8u8s, Rvp8u, Rvp8s)
 
 RVP_FIXED_3(SobelNegVert, Fixed::NegVert)
@@ -140,16 +147,15 @@ RVP_FIXED_MASK(Lowpass, Fixed::Lowpass, 8u, Rvp8u, Rvp8u)
 #undef RVP_FIXED_3
 #undef RVP_FIXED_MASK
 
-#define RVP_SCHARR(name, F, tn, S, D)                                                           \
-  RvpStatus rvpiFilter##name##Border_##tn##_C1R(const S* pSrc, int srcStep, D* pDst,            \
-                                                int dstStep, RvpiSize roiSize,                  \
-                                                RvpiBorderType borderType, S borderValue,       \
-                                                Rvp8u* pBuffer) {                               \
-    return fixed_filter<S, D>(F, pSrc, srcStep, pDst, dstStep, roiSize, 33, borderType,         \
-                              borderValue, pBuffer);                                            \
-  }                                                                                             \
-  RvpStatus rvpiFilter##name##GetBufferSize_##tn##_C1R(RvpiSize roiSize, int* pBufferSize) {    \
-    return fixed_size<S>(F, roiSize, 33, pBufferSize);                                          \
+#define RVP_SCHARR(name, F, tn, S, D)                                                             \
+  RvpStatus rvpiFilter##name##Border_##tn##_C1R(const S* pSrc, int srcStep, D* pDst, int dstStep, \
+                                                RvpiSize roiSize, RvpiBorderType borderType,      \
+                                                S borderValue, Rvp8u* pBuffer) {                  \
+    return fixed_filter<S, D>(F, pSrc, srcStep, pDst, dstStep, roiSize, 33, borderType,           \
+                              borderValue, pBuffer);                                              \
+  }                                                                                               \
+  RvpStatus rvpiFilter##name##GetBufferSize_##tn##_C1R(RvpiSize roiSize, int* pBufferSize) {      \
+    return fixed_size<S>(F, roiSize, 33, pBufferSize);                                            \
   }
 RVP_SCHARR(ScharrHoriz, Fixed::ScharrHoriz, 32f, Rvp32f, Rvp32f)
 RVP_SCHARR(ScharrHoriz, Fixed::ScharrHoriz, 8u16s, Rvp8u, Rvp16s)

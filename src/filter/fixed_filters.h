@@ -3,12 +3,21 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace rvp::filter {
 
 enum class Fixed {
-  NegVert, HorizSecond, VertSecond, Cross, ScharrHoriz, ScharrVert, Laplacian, Lowpass,
-  SobelHoriz, SobelVert
+  NegVert,
+  HorizSecond,
+  VertSecond,
+  Cross,
+  ScharrHoriz,
+  ScharrVert,
+  Laplacian,
+  Lowpass,
+  SobelHoriz,
+  SobelVert
 };
 
 // A filter as a sum of `terms` separable terms, each a horizontal factor h and a vertical

@@ -1,5 +1,7 @@
 // Gaussian filter with border: specification, size queries and the filtering for 8u, 16u, 16s
 // and 32f, one or three channels, plus the single-call 32f form.
+#include "filter/gaussian.h"
+
 #include <cmath>
 #include <cstring>
 #include <type_traits>
@@ -8,7 +10,6 @@
 #include "core/image.h"
 #include "core/scratch.h"
 #include "filter/border.h"
-#include "filter/gaussian.h"
 #include "filter/sep_engine.h"
 #include "filter/sep_kernels.h"
 #include "rvpcv.h"
@@ -50,10 +51,14 @@ int64_t work_bytes(RvpiSize roi, int K, int ch) {
 
 int64_t work_bytes_for(int type, RvpiSize roi, int K, int ch) {
   switch (type) {
-    case rvp8u: return work_bytes<Rvp8u>(roi, K, ch);
-    case rvp16u: return work_bytes<Rvp16u>(roi, K, ch);
-    case rvp16s: return work_bytes<Rvp16s>(roi, K, ch);
-    default: return work_bytes<Rvp32f>(roi, K, ch);
+    case rvp8u:
+      return work_bytes<Rvp8u>(roi, K, ch);
+    case rvp16u:
+      return work_bytes<Rvp16u>(roi, K, ch);
+    case rvp16s:
+      return work_bytes<Rvp16s>(roi, K, ch);
+    default:
+      return work_bytes<Rvp32f>(roi, K, ch);
   }
 }
 
@@ -73,8 +78,8 @@ RvpStatus gauss_get_size(RvpiSize roi, int K, int type, int ch, int* spec, int* 
   return rvpStsNoErr;
 }
 
-RvpStatus gauss_init(RvpiSize roi, int K, Rvp32f sigma, int border, int type, int ch,
-                     Rvp8u* spec, Rvp8u* buffer) {
+RvpStatus gauss_init(RvpiSize roi, int K, Rvp32f sigma, int border, int type, int ch, Rvp8u* spec,
+                     Rvp8u* buffer) {
   if (auto st = any_null(spec, buffer)) return st;
   if (auto st = check_roi(roi)) return st;
   if (!kernel_size_ok(K)) return rvpStsBadArgErr;
@@ -150,25 +155,51 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
         bsrc, roi, CH, K, 1, carver,
         [&](int, const Rvp8u* b, Rvp16s* out, int nn) {
           switch (sym ? K : 0) {
-            case 3: row_u8_sym_avx2<3>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
-            case 5: row_u8_sym_avx2<5>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
-            case 7: row_u8_sym_avx2<7>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
-            case 9: row_u8_sym_avx2<9>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
-            case 11: row_u8_sym_avx2<11>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
-            case 13: row_u8_sym_avx2<13>(b, wide, out, nn, t, CH, kGaussRowDrop); break;
-            default: row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
+            case 3:
+              row_u8_sym_avx2<3>(b, wide, out, nn, t, CH, kGaussRowDrop);
+              break;
+            case 5:
+              row_u8_sym_avx2<5>(b, wide, out, nn, t, CH, kGaussRowDrop);
+              break;
+            case 7:
+              row_u8_sym_avx2<7>(b, wide, out, nn, t, CH, kGaussRowDrop);
+              break;
+            case 9:
+              row_u8_sym_avx2<9>(b, wide, out, nn, t, CH, kGaussRowDrop);
+              break;
+            case 11:
+              row_u8_sym_avx2<11>(b, wide, out, nn, t, CH, kGaussRowDrop);
+              break;
+            case 13:
+              row_u8_sym_avx2<13>(b, wide, out, nn, t, CH, kGaussRowDrop);
+              break;
+            default:
+              row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
           }
         },
         [&](const Rvp16s* const* rows, int y) {
           Rvp8u* d = row(dst, dstStep, y);
           switch (sym ? K : 0) {
-            case 3: col_u8_sym_avx2<3>(rows, t, n, d, kColShift); break;
-            case 5: col_u8_sym_avx2<5>(rows, t, n, d, kColShift); break;
-            case 7: col_u8_sym_avx2<7>(rows, t, n, d, kColShift); break;
-            case 9: col_u8_sym_avx2<9>(rows, t, n, d, kColShift); break;
-            case 11: col_u8_sym_avx2<11>(rows, t, n, d, kColShift); break;
-            case 13: col_u8_sym_avx2<13>(rows, t, n, d, kColShift); break;
-            default: col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, d, 1.0f, kColShift);
+            case 3:
+              col_u8_sym_avx2<3>(rows, t, n, d, kColShift);
+              break;
+            case 5:
+              col_u8_sym_avx2<5>(rows, t, n, d, kColShift);
+              break;
+            case 7:
+              col_u8_sym_avx2<7>(rows, t, n, d, kColShift);
+              break;
+            case 9:
+              col_u8_sym_avx2<9>(rows, t, n, d, kColShift);
+              break;
+            case 11:
+              col_u8_sym_avx2<11>(rows, t, n, d, kColShift);
+              break;
+            case 13:
+              col_u8_sym_avx2<13>(rows, t, n, d, kColShift);
+              break;
+            default:
+              col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, d, 1.0f, kColShift);
           }
         });
   } else {
@@ -183,8 +214,8 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
 }
 
 template <class S, int CH>
-RvpStatus gauss_border(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi,
-                       const S* value, const Rvp8u* spec, Rvp8u* buffer) {
+RvpStatus gauss_border(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, const S* value,
+                       const Rvp8u* spec, Rvp8u* buffer) {
   if (src == nullptr || dst == nullptr || (CH == 3 && value == nullptr) || spec == nullptr ||
       buffer == nullptr)
     return rvpStsNullPtrErr;
@@ -230,8 +261,7 @@ RvpStatus gauss_single(const Rvp32f* src, int srcStep, Rvp32f* dst, int dstStep,
                        int K, Rvp32f sigma, int border, Rvp32f value, Rvp8u* buffer) {
   if (auto st = any_null(src, dst, buffer)) return st;
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<Rvp32f>(srcStep, roi), image<Rvp32f>(dstStep, roi)}))
-    return st;
+  if (auto st = check_steps({image<Rvp32f>(srcStep, roi), image<Rvp32f>(dstStep, roi)})) return st;
   if (!kernel_size_ok(K)) return rvpStsBadArgErr;
   if (!(sigma > 0.0f)) return rvpStsBadArgErr;
   if (auto st = check_border(border, BorderFamily::Gaussian)) return st;
@@ -254,25 +284,23 @@ RvpStatus rvpiFilterGaussianGetBufferSize(RvpiSize roiSize, int kernelSize, RvpD
 }
 
 RvpStatus rvpiFilterGaussianInit(RvpiSize roiSize, int kernelSize, Rvp32f sigma,
-                                 RvpiBorderType borderType, RvpDataType dataType,
-                                 int numChannels, Rvp8u* pSpec, Rvp8u* pBuffer) {
+                                 RvpiBorderType borderType, RvpDataType dataType, int numChannels,
+                                 Rvp8u* pSpec, Rvp8u* pBuffer) {
   return rvp::filter::gauss_init(roiSize, kernelSize, sigma, borderType, dataType, numChannels,
                                  pSpec, pBuffer);
 }
 
-#define RVP_GAUSS(tn, S)                                                                        \
-  RvpStatus rvpiFilterGaussianBorder_##tn##_C1R(const S* pSrc, int srcStep, S* pDst,            \
-                                                int dstStep, RvpiSize roiSize, S borderValue,   \
-                                                const Rvp8u* pSpec, Rvp8u* pBuffer) {           \
-    return gauss_border<S, 1>(pSrc, srcStep, pDst, dstStep, roiSize, &borderValue, pSpec,       \
-                              pBuffer);                                                         \
-  }                                                                                             \
-  RvpStatus rvpiFilterGaussianBorder_##tn##_C3R(const S* pSrc, int srcStep, S* pDst,            \
-                                                int dstStep, RvpiSize roiSize,                  \
-                                                const S borderValue[3], const Rvp8u* pSpec,     \
-                                                Rvp8u* pBuffer) {                               \
-    return gauss_border<S, 3>(pSrc, srcStep, pDst, dstStep, roiSize, borderValue, pSpec,        \
-                              pBuffer);                                                         \
+#define RVP_GAUSS(tn, S)                                                                           \
+  RvpStatus rvpiFilterGaussianBorder_##tn##_C1R(const S* pSrc, int srcStep, S* pDst, int dstStep,  \
+                                                RvpiSize roiSize, S borderValue,                   \
+                                                const Rvp8u* pSpec, Rvp8u* pBuffer) {              \
+    return gauss_border<S, 1>(pSrc, srcStep, pDst, dstStep, roiSize, &borderValue, pSpec,          \
+                              pBuffer);                                                            \
+  }                                                                                                \
+  RvpStatus rvpiFilterGaussianBorder_##tn##_C3R(const S* pSrc, int srcStep, S* pDst, int dstStep,  \
+                                                RvpiSize roiSize, const S borderValue[3],          \
+                                                const Rvp8u* pSpec, Rvp8u* pBuffer) {              \
+    return gauss_border<S, 3>(pSrc, srcStep, pDst, dstStep, roiSize, borderValue, pSpec, pBuffer); \
   }
 RVP_GAUSS(8u, Rvp8u)
 RVP_GAUSS(16u, Rvp16u)
@@ -280,15 +308,14 @@ RVP_GAUSS(16s, Rvp16s)
 RVP_GAUSS(32f, Rvp32f)
 #undef RVP_GAUSS
 
-RvpStatus rvpiFilterGaussGetBufferSize_32f_C1R(RvpiSize roiSize, int kernelSize,
-                                               int* pBufferSize) {
+RvpStatus rvpiFilterGaussGetBufferSize_32f_C1R(RvpiSize roiSize, int kernelSize, int* pBufferSize) {
   return rvp::filter::gauss_single_size(roiSize, kernelSize, pBufferSize);
 }
 
-RvpStatus rvpiFilterGaussBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
-                                        int dstStep, RvpiSize roiSize, int kernelSize,
-                                        Rvp32f sigma, RvpiBorderType borderType,
-                                        Rvp32f borderValue, Rvp8u* pBuffer) {
+RvpStatus rvpiFilterGaussBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst, int dstStep,
+                                        RvpiSize roiSize, int kernelSize, Rvp32f sigma,
+                                        RvpiBorderType borderType, Rvp32f borderValue,
+                                        Rvp8u* pBuffer) {
   return rvp::filter::gauss_single(pSrc, srcStep, pDst, dstStep, roiSize, kernelSize, sigma,
                                    borderType, borderValue, pBuffer);
 }

@@ -39,8 +39,7 @@ inline int64_t shift_round(int64_t v, int s) { return (v + (int64_t{1} << (s - 1
 
 // 16-bit sources: 64-bit sums.
 template <class S>
-inline void gauss_row16(const S* src, int32_t* out, int n, const int32_t* taps, int K,
-                        int stride) {
+inline void gauss_row16(const S* src, int32_t* out, int n, const int32_t* taps, int K, int stride) {
   for (int i = 0; i < n; ++i) {
     int64_t acc = 0;
     for (int k = 0; k < K; ++k) acc += int64_t{taps[k]} * src[i + k * stride];

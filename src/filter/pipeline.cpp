@@ -24,8 +24,8 @@ void row_pass(const S* src, int srcStep, D* const* dst, RvpiSize roi, const Tap*
   const int K = KC > 0 ? KC : Kr;
   const int W = roi.width;
   const bool mem_l = border.in_mem(kLeft), mem_r = border.in_mem(kRight);
-  const int x_in0 = anchor;                  // first column whose taps all lie inside
-  const int x_in1 = W - (K - 1 - anchor);    // one past the last such column
+  const int x_in0 = anchor;                // first column whose taps all lie inside
+  const int x_in1 = W - (K - 1 - anchor);  // one past the last such column
   const bool splits = F == PipeForm::S16 || F == PipeForm::U8S16;
   for (int y = 0; y < roi.height; ++y) {
     const S* s = row(src, srcStep, y);
@@ -88,8 +88,8 @@ RvpStatus row_pipeline(const S* src, int srcStep, D* const* dst, RvpiSize roi, c
 }
 
 template <PipeForm F, int CH, class S, class D, class Tap>
-RvpStatus column_pipeline(const S* const* src, D* dst, int dstStep, RvpiSize roi,
-                          const Tap* kernel, int K, int divisor, Rvp8u* buffer) {
+RvpStatus column_pipeline(const S* const* src, D* dst, int dstStep, RvpiSize roi, const Tap* kernel,
+                          int K, int divisor, Rvp8u* buffer) {
   if (auto st = any_null(src, dst, kernel)) return st;
   if (auto st = check_roi(roi)) return st;
   for (int y = 0; y < roi.height + K - 1; ++y)
@@ -116,9 +116,14 @@ RvpStatus column_pipeline(const S* const* src, D* dst, int dstStep, RvpiSize roi
     D* d = row(dst, dstStep, y);
     const S* const* rows = src + y;
     switch (K) {
-      case 3: column_row<3, F, S, D, Tap>(rows, d, n, kernel, scaled, recip, K, m); break;
-      case 5: column_row<5, F, S, D, Tap>(rows, d, n, kernel, scaled, recip, K, m); break;
-      default: column_row<0, F, S, D, Tap>(rows, d, n, kernel, scaled, recip, K, m);
+      case 3:
+        column_row<3, F, S, D, Tap>(rows, d, n, kernel, scaled, recip, K, m);
+        break;
+      case 5:
+        column_row<5, F, S, D, Tap>(rows, d, n, kernel, scaled, recip, K, m);
+        break;
+      default:
+        column_row<0, F, S, D, Tap>(rows, d, n, kernel, scaled, recip, K, m);
     }
   }
   return rvpStsNoErr;
@@ -146,20 +151,19 @@ using rvp::filter::write_size;
 
 // ---- row filter ----------------------------------------------------------------------------
 
-#define RVP_ROW_DIV(name, F, S, D, Tap)                                                          \
-  RvpStatus rvpiFilterRowBorderPipeline_##name##_C1R(                                            \
-      const S* pSrc, int srcStep, D** ppDst, RvpiSize roiSize, const Tap* pKernel,               \
-      int kernelSize, int xAnchor, RvpiBorderType borderType, S borderValue, int divisor,        \
-      Rvp8u* pBuffer) {                                                                          \
-    return row_pipeline<F, 1>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize, xAnchor,       \
-                              borderType, &borderValue, divisor, pBuffer);                       \
-  }                                                                                              \
-  RvpStatus rvpiFilterRowBorderPipeline_##name##_C3R(                                            \
-      const S* pSrc, int srcStep, D** ppDst, RvpiSize roiSize, const Tap* pKernel,               \
-      int kernelSize, int xAnchor, RvpiBorderType borderType, const S borderValue[3],            \
-      int divisor, Rvp8u* pBuffer) {                                                             \
-    return row_pipeline<F, 3>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize, xAnchor,       \
-                              borderType, borderValue, divisor, pBuffer);                        \
+#define RVP_ROW_DIV(name, F, S, D, Tap)                                                            \
+  RvpStatus rvpiFilterRowBorderPipeline_##name##_C1R(                                              \
+      const S* pSrc, int srcStep, D** ppDst, RvpiSize roiSize, const Tap* pKernel, int kernelSize, \
+      int xAnchor, RvpiBorderType borderType, S borderValue, int divisor, Rvp8u* pBuffer) {        \
+    return row_pipeline<F, 1>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize, xAnchor,         \
+                              borderType, &borderValue, divisor, pBuffer);                         \
+  }                                                                                                \
+  RvpStatus rvpiFilterRowBorderPipeline_##name##_C3R(                                              \
+      const S* pSrc, int srcStep, D** ppDst, RvpiSize roiSize, const Tap* pKernel, int kernelSize, \
+      int xAnchor, RvpiBorderType borderType, const S borderValue[3], int divisor,                 \
+      Rvp8u* pBuffer) {                                                                            \
+    return row_pipeline<F, 3>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize, xAnchor,         \
+                              borderType, borderValue, divisor, pBuffer);                          \
   }
 
 RVP_ROW_DIV(8u16s, PipeForm::U8S16, Rvp8u, Rvp16s, Rvp16s)
@@ -173,26 +177,26 @@ RvpStatus rvpiFilterRowBorderPipeline_32f_C1R(const Rvp32f* pSrc, int srcStep, R
                                               int kernelSize, int xAnchor,
                                               RvpiBorderType borderType, Rvp32f borderValue,
                                               Rvp8u* pBuffer) {
-  return row_pipeline<PipeForm::F32, 1>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize,
-                                        xAnchor, borderType, &borderValue, 1, pBuffer);
+  return row_pipeline<PipeForm::F32, 1>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize, xAnchor,
+                                        borderType, &borderValue, 1, pBuffer);
 }
 RvpStatus rvpiFilterRowBorderPipeline_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f** ppDst,
                                               RvpiSize roiSize, const Rvp32f* pKernel,
                                               int kernelSize, int xAnchor,
                                               RvpiBorderType borderType,
                                               const Rvp32f borderValue[3], Rvp8u* pBuffer) {
-  return row_pipeline<PipeForm::F32, 3>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize,
-                                        xAnchor, borderType, borderValue, 1, pBuffer);
+  return row_pipeline<PipeForm::F32, 3>(pSrc, srcStep, ppDst, roiSize, pKernel, kernelSize, xAnchor,
+                                        borderType, borderValue, 1, pBuffer);
 }
 
 // ---- column filter -------------------------------------------------------------------------
 
-#define RVP_COL(name, F, S, D, Tap, CH)                                                        \
-  RvpStatus rvpiFilterColumnPipeline_##name(const S* const* ppSrc, D* pDst, int dstStep,       \
-                                            RvpiSize roiSize, const Tap* pKernel,              \
-                                            int kernelSize, int divisor, Rvp8u* pBuffer) {     \
-    return column_pipeline<F, CH>(ppSrc, pDst, dstStep, roiSize, pKernel, kernelSize,          \
-                                  divisor, pBuffer);                                           \
+#define RVP_COL(name, F, S, D, Tap, CH)                                                           \
+  RvpStatus rvpiFilterColumnPipeline_##name(const S* const* ppSrc, D* pDst, int dstStep,          \
+                                            RvpiSize roiSize, const Tap* pKernel, int kernelSize, \
+                                            int divisor, Rvp8u* pBuffer) {                        \
+    return column_pipeline<F, CH>(ppSrc, pDst, dstStep, roiSize, pKernel, kernelSize, divisor,    \
+                                  pBuffer);                                                       \
   }
 
 RVP_COL(16s_C1R, PipeForm::S16, Rvp16s, Rvp16s, Rvp16s, 1)
@@ -208,26 +212,26 @@ RVP_COL(Low_16s_C3R, PipeForm::Low, Rvp16s, Rvp16s, Rvp16s, 3)
 #undef RVP_COL
 
 RvpStatus rvpiFilterColumnPipeline_32f_C1R(const Rvp32f* const* ppSrc, Rvp32f* pDst, int dstStep,
-                                           RvpiSize roiSize, const Rvp32f* pKernel,
-                                           int kernelSize, Rvp8u* pBuffer) {
+                                           RvpiSize roiSize, const Rvp32f* pKernel, int kernelSize,
+                                           Rvp8u* pBuffer) {
   return column_pipeline<PipeForm::F32, 1>(ppSrc, pDst, dstStep, roiSize, pKernel, kernelSize, 1,
                                            pBuffer);
 }
 RvpStatus rvpiFilterColumnPipeline_32f_C3R(const Rvp32f* const* ppSrc, Rvp32f* pDst, int dstStep,
-                                           RvpiSize roiSize, const Rvp32f* pKernel,
-                                           int kernelSize, Rvp8u* pBuffer) {
+                                           RvpiSize roiSize, const Rvp32f* pKernel, int kernelSize,
+                                           Rvp8u* pBuffer) {
   return column_pipeline<PipeForm::F32, 3>(ppSrc, pDst, dstStep, roiSize, pKernel, kernelSize, 1,
                                            pBuffer);
 }
 
 // ---- buffer sizes --------------------------------------------------------------------------
 
-#define RVP_SIZE(fn, expr)                                                            \
-  RvpStatus fn(RvpiSize roiSize, int kernelSize, int* pBufferSize) {                  \
-    const int64_t K = kernelSize, W = roiSize.width;                                  \
-    (void)W;                                                                          \
-    (void)K;                                                                          \
-    return write_size(pBufferSize, roiSize, kernelSize, (expr));                      \
+#define RVP_SIZE(fn, expr)                                           \
+  RvpStatus fn(RvpiSize roiSize, int kernelSize, int* pBufferSize) { \
+    const int64_t K = kernelSize, W = roiSize.width;                 \
+    (void)W;                                                         \
+    (void)K;                                                         \
+    return write_size(pBufferSize, roiSize, kernelSize, (expr));     \
   }
 
 using rvp::filter::r4;

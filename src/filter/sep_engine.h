@@ -48,8 +48,9 @@ void run_separable(const BorderedSource<S>& src, RvpiSize roi, int ch, int K, in
     for (int t = 0; t < terms; ++t) row_fn(t, bordered, ring_rows[t][slot], n);
   };
   const I* list_small[kMaxTerms * 64];
-  const I** list = big ? const_cast<const I**>(reinterpret_cast<I**>(carver.take<I*>(int64_t{terms} * K)))
-                       : list_small;
+  const I** list =
+      big ? const_cast<const I**>(reinterpret_cast<I**>(carver.take<I*>(int64_t{terms} * K)))
+          : list_small;
   for (int j = -r; j < r; ++j) produce(j);
   for (int y = 0; y < roi.height; ++y) {
     produce(y + r);

@@ -27,8 +27,8 @@ inline int16_t row_u8_value(const uint8_t* s, const int16_t* taps, int K, int st
   return saturate<int16_t>(acc);
 }
 
-inline void row_u8_s16_scalar(const uint8_t* src, int16_t* out, int n, const int16_t* taps,
-                              int K, int stride, int shift) {
+inline void row_u8_s16_scalar(const uint8_t* src, int16_t* out, int n, const int16_t* taps, int K,
+                              int stride, int shift) {
   for (int i = 0; i < n; ++i) out[i] = row_u8_value(src + i, taps, K, stride, shift);
 }
 
@@ -103,14 +103,15 @@ inline void col_s16_store(int32_t acc, void* dst, int i, float scale, int shift)
 }
 
 template <ColOut O>
-inline void col_s16_scalar(const int16_t* const* rows, const int16_t* taps, int M, int n,
-                           void* dst, float scale, int shift) {
-  for (int i = 0; i < n; ++i) col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
+inline void col_s16_scalar(const int16_t* const* rows, const int16_t* taps, int M, int n, void* dst,
+                           float scale, int shift) {
+  for (int i = 0; i < n; ++i)
+    col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
 }
 
 template <ColOut O>
-inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M, int n,
-                         void* dst, float scale, int shift) {
+inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M, int n, void* dst,
+                         float scale, int shift) {
   int i = 0;
   const __m256 vscale = _mm256_set1_ps(scale);
   const __m256i half = _mm256_set1_epi32(shift > 0 ? 1 << (shift - 1) : 0);
@@ -142,11 +143,11 @@ inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M,
         w = _mm256_packs_epi32(_mm256_sra_epi32(_mm256_add_epi32(lo, half), sh),
                                _mm256_sra_epi32(_mm256_add_epi32(hi, half), sh));
       } else {
-        w = _mm256_packs_epi32(
-            _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(lo), vscale)),
-            _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(hi), vscale)));
+        w = _mm256_packs_epi32(_mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(lo), vscale)),
+                               _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(hi), vscale)));
       }
-      const __m256i b = O == ColOut::S8Scaled ? _mm256_packs_epi16(w, w) : _mm256_packus_epi16(w, w);
+      const __m256i b =
+          O == ColOut::S8Scaled ? _mm256_packs_epi16(w, w) : _mm256_packus_epi16(w, w);
       const __m256i q = _mm256_permute4x64_epi64(b, 0x08);
       _mm_storeu_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(dst) + i),
                        _mm256_castsi256_si128(q));
@@ -155,12 +156,13 @@ inline void col_s16_avx2(const int16_t* const* rows, const int16_t* taps, int M,
   for (; i < n; ++i) col_s16_store<O>(col_s16_sum<O>(rows, taps, M, i), dst, i, scale, shift);
 }
 
-// ---- symmetric kernels (Gaussian) ----------------------------------------------------------------
-// Same results as row_u8_s16_scalar / col_s16_scalar<U8Shift> when taps[k] == taps[K-1-k] >= 0
-// and every row value lies in 0..4415 (8-bit pixels, taps summing to at most 4416 before the
-// 8-bit drop): mirrored inputs are added before the multiply, and the multiply-adds take their
-// pairs from neighbouring lanes, taps (t, 0) for even outputs and (0, t) for odd ones, so no
-// lane shuffles are needed; even and odd results (each below 2^16) are merged by a shift.
+// ---- symmetric kernels (Gaussian)
+// ---------------------------------------------------------------- Same results as
+// row_u8_s16_scalar / col_s16_scalar<U8Shift> when taps[k] == taps[K-1-k] >= 0 and every row value
+// lies in 0..4415 (8-bit pixels, taps summing to at most 4416 before the 8-bit drop): mirrored
+// inputs are added before the multiply, and the multiply-adds take their pairs from neighbouring
+// lanes, taps (t, 0) for even outputs and (0, t) for odd ones, so no lane shuffles are needed; even
+// and odd results (each below 2^16) are merged by a shift.
 
 inline bool symmetric(const int16_t* taps, int K) {
   if (K % 2 == 0) return false;
@@ -213,7 +215,9 @@ inline void row_u8_sym_avx2(const uint8_t* src, int16_t* wide, int16_t* out, int
   sym_taps<K>(taps, te, to);
   const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
   const __m128i sh = _mm_cvtsi32_si128(shift);
-  auto ld = [](const int16_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
+  auto ld = [](const int16_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
   int i = 0;
   for (; i + 16 <= n; i += 16) {
     __m256i v[N];
@@ -238,7 +242,9 @@ inline void col_u8_sym_avx2(const int16_t* const* rows, const int16_t* taps, int
   for (int k = 0; k < K; ++k) r[k] = rows[k];
   const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
   const __m128i sh = _mm_cvtsi32_si128(shift);
-  auto ld = [](const int16_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
+  auto ld = [](const int16_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
   auto block = [&](int i) {
     __m256i v[N];
 #pragma GCC unroll 8
@@ -329,8 +335,8 @@ inline void col_s16w_avx2(const int16_t* const* rows, const int16_t* taps, int n
 #pragma GCC unroll 16
     for (int m = 0; m < M; ++m)
       acc = _mm256_add_epi16(
-          acc, _mm256_mullo_epi16(
-                   _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r[m] + i)), t[m]));
+          acc,
+          _mm256_mullo_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(r[m] + i)), t[m]));
     if constexpr (O == ColOut::S16) {
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(static_cast<int16_t*>(dst) + i), acc);
     } else {
@@ -340,7 +346,8 @@ inline void col_s16w_avx2(const int16_t* const* rows, const int16_t* taps, int n
       const __m256i b = _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(hi), vs));
       // packs interleaves 128-bit lanes: a0 b0 | a1 b1 -> reorder to a0 a1 b0 b1.
       const __m256i w = _mm256_permute4x64_epi64(_mm256_packs_epi32(a, b), 0xD8);
-      const __m256i q = O == ColOut::S8Scaled ? _mm256_packs_epi16(w, w) : _mm256_packus_epi16(w, w);
+      const __m256i q =
+          O == ColOut::S8Scaled ? _mm256_packs_epi16(w, w) : _mm256_packus_epi16(w, w);
       _mm_storeu_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(dst) + i),
                        _mm256_castsi256_si128(_mm256_permute4x64_epi64(q, 0x08)));
     }
@@ -415,13 +422,26 @@ inline void row_f32_avx2(const float* src, float* out, int n, const float* taps,
     }
   if (K <= 8) {
     switch (nz) {
-      case 0: for (int i = 0; i < n; ++i) out[i] = 0.0f; return;
-      case 1: row_f32_nz<1>(src, out, n, off, tv); return;
-      case 2: row_f32_nz<2>(src, out, n, off, tv); return;
-      case 3: row_f32_nz<3>(src, out, n, off, tv); return;
-      case 4: row_f32_nz<4>(src, out, n, off, tv); return;
-      case 5: row_f32_nz<5>(src, out, n, off, tv); return;
-      default: break;
+      case 0:
+        for (int i = 0; i < n; ++i) out[i] = 0.0f;
+        return;
+      case 1:
+        row_f32_nz<1>(src, out, n, off, tv);
+        return;
+      case 2:
+        row_f32_nz<2>(src, out, n, off, tv);
+        return;
+      case 3:
+        row_f32_nz<3>(src, out, n, off, tv);
+        return;
+      case 4:
+        row_f32_nz<4>(src, out, n, off, tv);
+        return;
+      case 5:
+        row_f32_nz<5>(src, out, n, off, tv);
+        return;
+      default:
+        break;
     }
   }
   int i = 0;
@@ -430,7 +450,8 @@ inline void row_f32_avx2(const float* src, float* out, int n, const float* taps,
     bool first = true;
     for (int k = 0; k < K; ++k) {
       if (taps[k] == 0.0f) continue;
-      const __m256 p = _mm256_mul_ps(_mm256_set1_ps(taps[k]), _mm256_loadu_ps(src + i + k * stride));
+      const __m256 p =
+          _mm256_mul_ps(_mm256_set1_ps(taps[k]), _mm256_loadu_ps(src + i + k * stride));
       acc = first ? p : _mm256_add_ps(acc, p);
       first = false;
     }
@@ -472,7 +493,8 @@ inline void col_f32_nz(const float* const* rows, const float* tv, int n, float* 
   for (; i + 8 <= n; i += 8) {
     __m256 acc = _mm256_mul_ps(t[0], _mm256_loadu_ps(r[0] + i));
 #pragma GCC unroll 16
-    for (int k = 1; k < NZ; ++k) acc = _mm256_add_ps(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(r[k] + i)));
+    for (int k = 1; k < NZ; ++k)
+      acc = _mm256_add_ps(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(r[k] + i)));
     if (scaled) acc = _mm256_mul_ps(acc, vs);
     _mm256_storeu_ps(dst + i, acc);
   }
@@ -495,14 +517,29 @@ inline void col_f32_avx2(const float* const* rows, const float* taps, int M, int
         tv[nz++] = taps[m];
       }
     switch (nz) {
-      case 1: col_f32_nz<1>(r, tv, n, dst, scaled, scale); return;
-      case 2: col_f32_nz<2>(r, tv, n, dst, scaled, scale); return;
-      case 3: col_f32_nz<3>(r, tv, n, dst, scaled, scale); return;
-      case 4: col_f32_nz<4>(r, tv, n, dst, scaled, scale); return;
-      case 5: col_f32_nz<5>(r, tv, n, dst, scaled, scale); return;
-      case 6: col_f32_nz<6>(r, tv, n, dst, scaled, scale); return;
-      case 8: col_f32_nz<8>(r, tv, n, dst, scaled, scale); return;
-      default: break;
+      case 1:
+        col_f32_nz<1>(r, tv, n, dst, scaled, scale);
+        return;
+      case 2:
+        col_f32_nz<2>(r, tv, n, dst, scaled, scale);
+        return;
+      case 3:
+        col_f32_nz<3>(r, tv, n, dst, scaled, scale);
+        return;
+      case 4:
+        col_f32_nz<4>(r, tv, n, dst, scaled, scale);
+        return;
+      case 5:
+        col_f32_nz<5>(r, tv, n, dst, scaled, scale);
+        return;
+      case 6:
+        col_f32_nz<6>(r, tv, n, dst, scaled, scale);
+        return;
+      case 8:
+        col_f32_nz<8>(r, tv, n, dst, scaled, scale);
+        return;
+      default:
+        break;
     }
   }
   int i = 0;

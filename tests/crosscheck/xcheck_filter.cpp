@@ -81,10 +81,14 @@ TEST(FilterXcheck, SobelScharrLaplacianExact8u16s) {
     int dx, dy, sign;  // OpenCV derivative orders and the sign relating the two
   };
   const Case cases[] = {
-      {"NegVert", rvpiFilterSobelNegVertBorder_8u16s_C1R, rvpiFilterSobelNegVertGetBufferSize_8u16s_C1R, 1, 0, -1},
-      {"HorizSecond", rvpiFilterSobelHorizSecondBorder_8u16s_C1R, rvpiFilterSobelHorizSecondGetBufferSize_8u16s_C1R, 0, 2, 1},
-      {"VertSecond", rvpiFilterSobelVertSecondBorder_8u16s_C1R, rvpiFilterSobelVertSecondGetBufferSize_8u16s_C1R, 2, 0, 1},
-      {"Cross", rvpiFilterSobelCrossBorder_8u16s_C1R, rvpiFilterSobelCrossGetBufferSize_8u16s_C1R, 1, 1, -1},
+      {"NegVert", rvpiFilterSobelNegVertBorder_8u16s_C1R,
+       rvpiFilterSobelNegVertGetBufferSize_8u16s_C1R, 1, 0, -1},
+      {"HorizSecond", rvpiFilterSobelHorizSecondBorder_8u16s_C1R,
+       rvpiFilterSobelHorizSecondGetBufferSize_8u16s_C1R, 0, 2, 1},
+      {"VertSecond", rvpiFilterSobelVertSecondBorder_8u16s_C1R,
+       rvpiFilterSobelVertSecondGetBufferSize_8u16s_C1R, 2, 0, 1},
+      {"Cross", rvpiFilterSobelCrossBorder_8u16s_C1R, rvpiFilterSobelCrossGetBufferSize_8u16s_C1R,
+       1, 1, -1},
   };
   for (const BorderPair& b : kBorders)
     for (int mask : {33, 55}) {
@@ -102,11 +106,11 @@ TEST(FilterXcheck, SobelScharrLaplacianExact8u16s) {
         cv::Laplacian(in, out, CV_16S, k);
       });
       double same = 0;
-      EXPECT_EQ(compare(run_8u16s(rvpiFilterLaplacianBorder_8u16s_C1R,
-                                  rvpiFilterLaplacianGetBufferSize_8u16s_C1R, src, mask, b.ours,
-                                  value),
-                        lap, &same),
-                0)
+      EXPECT_EQ(
+          compare(run_8u16s(rvpiFilterLaplacianBorder_8u16s_C1R,
+                            rvpiFilterLaplacianGetBufferSize_8u16s_C1R, src, mask, b.ours, value),
+                  lap, &same),
+          0)
           << "Laplacian border " << b.ours << " " << k;
     }
   // Scharr (3x3 only).
@@ -122,16 +126,15 @@ TEST(FilterXcheck, SobelScharrLaplacianExact8u16s) {
         ASSERT_EQ(rvpiFilterScharrVertGetBufferSize_8u16s_C1R({src.cols, src.rows}, &size), 0);
         buf.resize(size);
         ASSERT_EQ(rvpiFilterScharrVertBorder_8u16s_C1R(src.ptr(), int(src.step), ours.ptr<Rvp16s>(),
-                                                       int(ours.step), {src.cols, src.rows},
-                                                       b.ours, 9, buf.data()),
+                                                       int(ours.step), {src.cols, src.rows}, b.ours,
+                                                       9, buf.data()),
                   0);
       } else {
         ASSERT_EQ(rvpiFilterScharrHorizGetBufferSize_8u16s_C1R({src.cols, src.rows}, &size), 0);
         buf.resize(size);
-        ASSERT_EQ(rvpiFilterScharrHorizBorder_8u16s_C1R(src.ptr(), int(src.step),
-                                                        ours.ptr<Rvp16s>(), int(ours.step),
-                                                        {src.cols, src.rows}, b.ours, 9,
-                                                        buf.data()),
+        ASSERT_EQ(rvpiFilterScharrHorizBorder_8u16s_C1R(
+                      src.ptr(), int(src.step), ours.ptr<Rvp16s>(), int(ours.step),
+                      {src.cols, src.rows}, b.ours, 9, buf.data()),
                   0);
       }
       double same = 0;
@@ -174,10 +177,10 @@ TEST(FilterXcheck, Float32Forms) {
     ASSERT_EQ(rvpiFilterLowpassGetBufferSize_32f_C1R({f.cols, f.rows}, mask, &size), 0);
     buf.resize(size);
     cv::Mat ours(f.size(), CV_32F), theirs;
-    ASSERT_EQ(rvpiFilterLowpassBorder_32f_C1R(f.ptr<float>(), int(f.step), ours.ptr<float>(),
-                                              int(ours.step), {f.cols, f.rows}, mask, 1, 0,
-                                              buf.data()),
-              0);
+    ASSERT_EQ(
+        rvpiFilterLowpassBorder_32f_C1R(f.ptr<float>(), int(f.step), ours.ptr<float>(),
+                                        int(ours.step), {f.cols, f.rows}, mask, 1, 0, buf.data()),
+        0);
     cv::blur(f, theirs, cv::Size(k, k), cv::Point(-1, -1), cv::BORDER_REPLICATE);
     double same = 0;
     const double mx = compare(ours, theirs, &same);
@@ -199,8 +202,7 @@ TEST(FilterXcheck, Lowpass8uAndDerivative8u8s) {
     ASSERT_EQ(rvpiFilterLowpassBorder_8u_C1R(src.ptr(), int(src.step), ours.ptr(), int(ours.step),
                                              {src.cols, src.rows}, mask, 4, 0, buf.data()),
               0);
-    cv::boxFilter(src, theirs, CV_8U, cv::Size(k, k), cv::Point(-1, -1), true,
-                  cv::BORDER_REFLECT);
+    cv::boxFilter(src, theirs, CV_8U, cv::Size(k, k), cv::Point(-1, -1), true, cv::BORDER_REFLECT);
     double same = 0;
     const double mx = compare(ours, theirs, &same);
     EXPECT_EQ(mx, 0) << k;  // sums are integers; the mean never lies on a .5 tie
@@ -211,8 +213,8 @@ TEST(FilterXcheck, Lowpass8uAndDerivative8u8s) {
     buf.resize(size);
     cv::Mat o8(src.size(), CV_8S), t16;
     ASSERT_EQ(rvpiFilterSobelNegVertBorder_8u8s_C1R(src.ptr(), int(src.step), o8.ptr<Rvp8s>(),
-                                                    int(o8.step), {src.cols, src.rows}, mask, 1,
-                                                    0, buf.data()),
+                                                    int(o8.step), {src.cols, src.rows}, mask, 1, 0,
+                                                    buf.data()),
               0);
     cv::Sobel(src, t16, CV_32F, 1, 0, k, -1.0 / (k == 3 ? 8 : 96), 0, cv::BORDER_REPLICATE);
     cv::Mat t8;
@@ -254,8 +256,8 @@ TEST(FilterXcheck, GaussianBounded) {
         } else {
           const Rvp32f v3[3] = {0, 0, 0};
           st = ch == 1 ? rvpiFilterGaussianBorder_32f_C1R(in.ptr<float>(), int(in.step),
-                                                          ours.ptr<float>(), int(ours.step), roi,
-                                                          0, spec.data(), buf.data())
+                                                          ours.ptr<float>(), int(ours.step), roi, 0,
+                                                          spec.data(), buf.data())
                        : rvpiFilterGaussianBorder_32f_C3R(in.ptr<float>(), int(in.step),
                                                           ours.ptr<float>(), int(ours.step), roi,
                                                           v3, spec.data(), buf.data());
@@ -298,8 +300,8 @@ TEST(FilterXcheck, PipelineEqualsSepFilter2D) {
   std::vector<const float*> col(H + K - 1);
   for (int i = 0; i < H + K - 1; ++i) col[i] = rows[std::clamp(i - a, 0, H - 1)];
   cv::Mat ours(f.size(), CV_32F), theirs;
-  ASSERT_EQ(rvpiFilterColumnPipeline_32f_C1R(col.data(), ours.ptr<float>(), int(ours.step),
-                                             {W, H}, ky, K, cb.data()),
+  ASSERT_EQ(rvpiFilterColumnPipeline_32f_C1R(col.data(), ours.ptr<float>(), int(ours.step), {W, H},
+                                             ky, K, cb.data()),
             0);
   cv::sepFilter2D(f, theirs, CV_32F, cv::Mat(1, K, CV_32F, (void*)kx),
                   cv::Mat(K, 1, CV_32F, (void*)ky), cv::Point(-1, -1), 0, cv::BORDER_REPLICATE);

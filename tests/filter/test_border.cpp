@@ -19,8 +19,7 @@ TEST(Border, AcceptanceTablePerFamily) {
     const bool exact016 = t == 0 || t == 1 || t == 6;
     EXPECT_EQ(check_border(t, BorderFamily::Pipeline), exact016 ? 0 : rvpStsBadArgErr) << t;
     EXPECT_EQ(check_border(t, BorderFamily::Corner), exact016 ? 0 : rvpStsBorderErr) << t;
-    EXPECT_EQ(check_border(t, BorderFamily::Canny), (t == 1 || t == 6) ? 0 : rvpStsBorderErr)
-        << t;
+    EXPECT_EQ(check_border(t, BorderFamily::Canny), (t == 1 || t == 6) ? 0 : rvpStsBorderErr) << t;
     const bool deriv = (base <= 4 || base == 6) && (t >= 0 && (t < 16 || flagged));
     EXPECT_EQ(check_border(t, BorderFamily::Derivative), deriv ? 0 : rvpStsBadArgErr) << t;
     const int no_flags = t & ~0xF0;
@@ -77,9 +76,8 @@ TEST(Border, BorderedRowsMatchReference) {
           const int x0 = 12, y0 = 11, left = 9, right = 8;
           const RvpiSize roi{w, h};
           const Rvp16s* origin = img.row(y0) + 3 * x0;
-          rvp::filter::BorderedSource<Rvp16s> src(origin, img.step(), roi, 3,
-                                                  rvp::filter::resolve_border(type), value, left,
-                                                  right);
+          rvp::filter::BorderedSource<Rvp16s> src(
+              origin, img.step(), roi, 3, rvp::filter::resolve_border(type), value, left, right);
           rvpt::RefBorder<Rvp16s> ref{origin, img.step(), w, h, 3, type, value};
           std::vector<Rvp16s> out(size_t(left + w + right) * 3);
           for (int y = -9; y < h + 9; ++y) {

@@ -47,7 +47,8 @@ TEST(SepKernels, AvxMatchesScalarBitForBit) {
       ptrs.push_back(r.data() + off);
     }
     std::vector<int16_t> ct(M);
-    for (auto& t : ct) t = int16_t(std::uniform_int_distribution<int>(gauss ? 0 : -20, gauss ? 4096 : 20)(rng));
+    for (auto& t : ct)
+      t = int16_t(std::uniform_int_distribution<int>(gauss ? 0 : -20, gauss ? 4096 : 20)(rng));
     const float scale = 1.0f / float(std::uniform_int_distribution<int>(1, 300)(rng));
     {
       std::vector<int16_t> x(n), y(n);
@@ -74,7 +75,8 @@ TEST(SepKernels, AvxMatchesScalarBitForBit) {
     std::vector<float> sf(off + len);
     for (auto& v : sf) v = rvpt::special_float(rng);
     std::vector<float> ft(K);
-    for (auto& t : ft) t = (rng() % 3 == 0) ? 0.0f : std::uniform_real_distribution<float>(-2, 2)(rng);
+    for (auto& t : ft)
+      t = (rng() % 3 == 0) ? 0.0f : std::uniform_real_distribution<float>(-2, 2)(rng);
     std::vector<float> fa(n), fb(n);
     row_f32_scalar(sf.data() + off, fa.data(), n, ft.data(), K, stride);
     row_f32_avx2(sf.data() + off, fb.data(), n, ft.data(), K, stride);
@@ -88,7 +90,8 @@ TEST(SepKernels, AvxMatchesScalarBitForBit) {
       fp.push_back(r.data());
     }
     std::vector<float> fct(M);
-    for (auto& t : fct) t = (rng() % 3 == 0) ? 0.0f : std::uniform_real_distribution<float>(-2, 2)(rng);
+    for (auto& t : fct)
+      t = (rng() % 3 == 0) ? 0.0f : std::uniform_real_distribution<float>(-2, 2)(rng);
     const bool scaled = rng() & 1;
     col_f32_scalar(fp.data(), fct.data(), M, n, fa.data(), scaled, scale);
     col_f32_avx2(fp.data(), fct.data(), M, n, fb.data(), scaled, scale);
@@ -200,15 +203,32 @@ struct Filter {
 const std::vector<Filter>& filters() {
   static const std::vector<Filter> f = {
       {"NegVert", {{1, 0, -1}}, {{1, 2, 1}}, {{1, 2, 0, -2, -1}}, {{1, 4, 6, 4, 1}}, true, false},
-      {"HorizSecond", {{1, 2, 1}}, {{1, -2, 1}}, {{1, 4, 6, 4, 1}}, {{1, 0, -2, 0, 1}}, true, false},
+      {"HorizSecond",
+       {{1, 2, 1}},
+       {{1, -2, 1}},
+       {{1, 4, 6, 4, 1}},
+       {{1, 0, -2, 0, 1}},
+       true,
+       false},
       {"VertSecond", {{1, -2, 1}}, {{1, 2, 1}}, {{1, 0, -2, 0, 1}}, {{1, 4, 6, 4, 1}}, true, false},
       {"Cross", {{1, 0, -1}}, {{-1, 0, 1}}, {{1, 2, 0, -2, -1}}, {{-1, -2, 0, 2, 1}}, true, false},
       {"ScharrHoriz", {{3, 10, 3}}, {{-1, 0, 1}}, {}, {}, false, false},
       {"ScharrVert", {{-1, 0, 1}}, {{3, 10, 3}}, {}, {}, false, false},
-      {"Laplacian", {{1, -2, 1}, {1, 2, 1}}, {{1, 2, 1}, {1, -2, 1}},
-       {{1, 0, -2, 0, 1}, {1, 4, 6, 4, 1}}, {{1, 4, 6, 4, 1}, {1, 0, -2, 0, 1}}, true, false},
+      {"Laplacian",
+       {{1, -2, 1}, {1, 2, 1}},
+       {{1, 2, 1}, {1, -2, 1}},
+       {{1, 0, -2, 0, 1}, {1, 4, 6, 4, 1}},
+       {{1, 4, 6, 4, 1}, {1, 0, -2, 0, 1}},
+       true,
+       false},
       {"Lowpass", {{1, 1, 1}}, {{1, 1, 1}}, {{1, 1, 1, 1, 1}}, {{1, 1, 1, 1, 1}}, true, true},
-      {"SobelHoriz", {{1, 2, 1}}, {{-1, 0, 1}}, {{1, 4, 6, 4, 1}}, {{-1, -2, 0, 2, 1}}, true, false},
+      {"SobelHoriz",
+       {{1, 2, 1}},
+       {{-1, 0, 1}},
+       {{1, 4, 6, 4, 1}},
+       {{-1, -2, 0, 2, 1}},
+       true,
+       false},
       {"SobelVert", {{-1, 0, 1}}, {{1, 2, 1}}, {{-1, -2, 0, 2, 1}}, {{1, 4, 6, 4, 1}}, true, false},
   };
   return f;
@@ -221,17 +241,17 @@ RvpStatus call(const std::string& name, T t, const void* src, int ss, void* dst,
   const auto* s8 = static_cast<const Rvp8u*>(src);
   const auto* sf = static_cast<const Rvp32f*>(src);
   const Rvp8u v8 = Rvp8u(value);
-#define RVPT_F3(N)                                                                               \
-  if (name == #N) {                                                                              \
-    if (t == T::F32)                                                                             \
+#define RVPT_F3(N)                                                                                \
+  if (name == #N) {                                                                               \
+    if (t == T::F32)                                                                              \
       return rvpiFilterSobel##N##Border_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi, mask, \
-                                                border, value, buf);                             \
-    if (t == T::S16)                                                                             \
-      return rvpiFilterSobel##N##Border_8u16s_C1R(s8, ss, static_cast<Rvp16s*>(dst), ds, roi,    \
-                                                  mask, border, v8, buf);                        \
-    if (t == T::S8)                                                                              \
-      return rvpiFilterSobel##N##Border_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi,      \
-                                                 mask, border, v8, buf);                         \
+                                                border, value, buf);                              \
+    if (t == T::S16)                                                                              \
+      return rvpiFilterSobel##N##Border_8u16s_C1R(s8, ss, static_cast<Rvp16s*>(dst), ds, roi,     \
+                                                  mask, border, v8, buf);                         \
+    if (t == T::S8)                                                                               \
+      return rvpiFilterSobel##N##Border_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi, mask, \
+                                                 border, v8, buf);                                \
   }
   RVPT_F3(NegVert)
   RVPT_F3(HorizSecond)
@@ -243,41 +263,41 @@ RvpStatus call(const std::string& name, T t, const void* src, int ss, void* dst,
       return rvpiFilterLaplacianBorder_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi, mask,
                                                border, value, buf);
     if (t == T::S16)
-      return rvpiFilterLaplacianBorder_8u16s_C1R(s8, ss, static_cast<Rvp16s*>(dst), ds, roi,
-                                                 mask, border, v8, buf);
+      return rvpiFilterLaplacianBorder_8u16s_C1R(s8, ss, static_cast<Rvp16s*>(dst), ds, roi, mask,
+                                                 border, v8, buf);
     if (t == T::S8)
       return rvpiFilterLaplacianBorder_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi, mask,
                                                 border, v8, buf);
   }
   if (name == "ScharrHoriz") {
     if (t == T::F32)
-      return rvpiFilterScharrHorizBorder_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi,
-                                                 border, value, buf);
+      return rvpiFilterScharrHorizBorder_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi, border,
+                                                 value, buf);
     if (t == T::S16)
       return rvpiFilterScharrHorizBorder_8u16s_C1R(s8, ss, static_cast<Rvp16s*>(dst), ds, roi,
                                                    border, v8, buf);
     if (t == T::S8)
-      return rvpiFilterScharrHorizBorder_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi,
-                                                  border, v8, buf);
+      return rvpiFilterScharrHorizBorder_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi, border,
+                                                  v8, buf);
   }
   if (name == "ScharrVert") {
     if (t == T::F32)
-      return rvpiFilterScharrVertBorder_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi,
-                                                border, value, buf);
+      return rvpiFilterScharrVertBorder_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi, border,
+                                                value, buf);
     if (t == T::S16)
       return rvpiFilterScharrVertBorder_8u16s_C1R(s8, ss, static_cast<Rvp16s*>(dst), ds, roi,
                                                   border, v8, buf);
     if (t == T::S8)
-      return rvpiFilterScharrVertBorder_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi,
-                                                 border, v8, buf);
+      return rvpiFilterScharrVertBorder_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi, border,
+                                                 v8, buf);
   }
   if (name == "Lowpass") {
     if (t == T::F32)
       return rvpiFilterLowpassBorder_32f_C1R(sf, ss, static_cast<Rvp32f*>(dst), ds, roi, mask,
                                              border, value, buf);
     if (t == T::U8)
-      return rvpiFilterLowpassBorder_8u_C1R(s8, ss, static_cast<Rvp8u*>(dst), ds, roi, mask,
-                                            border, v8, buf);
+      return rvpiFilterLowpassBorder_8u_C1R(s8, ss, static_cast<Rvp8u*>(dst), ds, roi, mask, border,
+                                            v8, buf);
   }
   if (name == "SobelHoriz" && t == T::S8)
     return rvpiFilterSobelHorizBorder_8u8s_C1R(s8, ss, static_cast<Rvp8s*>(dst), ds, roi, mask,
@@ -289,8 +309,8 @@ RvpStatus call(const std::string& name, T t, const void* src, int ss, void* dst,
 }
 
 RvpStatus size_of(const std::string& name, T t, RvpiSize roi, int mask, int* size) {
-#define RVPT_S3(N, P)                                                                 \
-  if (name == #N) {                                                                   \
+#define RVPT_S3(N, P)                                                                \
+  if (name == #N) {                                                                  \
     if (t == T::F32) return rvpiFilter##P##GetBufferSize_32f_C1R(roi, mask, size);   \
     if (t == T::S16) return rvpiFilter##P##GetBufferSize_8u16s_C1R(roi, mask, size); \
     if (t == T::S8) return rvpiFilter##P##GetBufferSize_8u8s_C1R(roi, mask, size);   \
@@ -317,8 +337,10 @@ RvpStatus size_of(const std::string& name, T t, RvpiSize roi, int mask, int* siz
     if (t == T::F32) return rvpiFilterLowpassGetBufferSize_32f_C1R(roi, mask, size);
     if (t == T::U8) return rvpiFilterLowpassGetBufferSize_8u_C1R(roi, mask, size);
   }
-  if (name == "SobelHoriz" && t == T::S8) return rvpiFilterSobelHorizGetBufferSize_8u8s_C1R(roi, mask, size);
-  if (name == "SobelVert" && t == T::S8) return rvpiFilterSobelVertGetBufferSize_8u8s_C1R(roi, mask, size);
+  if (name == "SobelHoriz" && t == T::S8)
+    return rvpiFilterSobelHorizGetBufferSize_8u8s_C1R(roi, mask, size);
+  if (name == "SobelVert" && t == T::S8)
+    return rvpiFilterSobelVertGetBufferSize_8u8s_C1R(roi, mask, size);
   return -1000;
 }
 
@@ -368,10 +390,14 @@ double reference(const Filter& f, bool five, T t, const rvpt::RefBorder<S>& b, i
 
 double read(const void* p, T t, int i) {
   switch (t) {
-    case T::F32: return static_cast<const float*>(p)[i];
-    case T::S16: return static_cast<const int16_t*>(p)[i];
-    case T::S8: return static_cast<const int8_t*>(p)[i];
-    default: return static_cast<const uint8_t*>(p)[i];
+    case T::F32:
+      return static_cast<const float*>(p)[i];
+    case T::S16:
+      return static_cast<const int16_t*>(p)[i];
+    case T::S8:
+      return static_cast<const int8_t*>(p)[i];
+    default:
+      return static_cast<const uint8_t*>(p)[i];
   }
 }
 
@@ -416,8 +442,13 @@ TEST(FixedFilters, MatchReferenceForEveryBorder) {
               for (int x = 0; x < roi.width; ++x) {
                 double want;
                 if (t == T::F32) {
-                  rvpt::RefBorder<float> b{reinterpret_cast<const float*>(origin), sstep,
-                                           roi.width, roi.height, 1, border, &value};
+                  rvpt::RefBorder<float> b{reinterpret_cast<const float*>(origin),
+                                           sstep,
+                                           roi.width,
+                                           roi.height,
+                                           1,
+                                           border,
+                                           &value};
                   want = reference<float>(f, mask == 55, t, b, y, x);
                 } else {
                   const Rvp8u v8 = Rvp8u(value);
@@ -425,9 +456,9 @@ TEST(FixedFilters, MatchReferenceForEveryBorder) {
                   want = reference<Rvp8u>(f, mask == 55, t, b, y, x);
                 }
                 const double got = read(dst.data() + size_t(y) * dstep, t, x);
-                ASSERT_EQ(got, want) << f.name << " t " << int(t) << " mask " << mask
-                                     << " border " << border << " roi " << roi.width << "x"
-                                     << roi.height << " at " << x << "," << y;
+                ASSERT_EQ(got, want)
+                    << f.name << " t " << int(t) << " mask " << mask << " border " << border
+                    << " roi " << roi.width << "x" << roi.height << " at " << x << "," << y;
               }
           }
       }
@@ -477,12 +508,12 @@ TEST(FixedFilters, InMemoryBorderEqualsWholeImage) {
       ASSERT_EQ(size_of(name, T::S16, {W, H}, mask, &size), 0);
       std::vector<uint8_t> buf(size);
       std::vector<int16_t> whole(W * H), part(W * H, 0);
-      ASSERT_EQ(call(name, T::S16, img.data(), W, whole.data(), W * 2, {W, H}, mask, 1, 0,
-                     buf.data()),
-                0);
+      ASSERT_EQ(
+          call(name, T::S16, img.data(), W, whole.data(), W * 2, {W, H}, mask, 1, 0, buf.data()),
+          0);
       const int x0 = 7, y0 = 5, w = 30, h = 9;
-      ASSERT_EQ(call(name, T::S16, img.data() + y0 * W + x0, W, part.data(), W * 2, {w, h}, mask,
-                     6, 0, buf.data()),
+      ASSERT_EQ(call(name, T::S16, img.data() + y0 * W + x0, W, part.data(), W * 2, {w, h}, mask, 6,
+                     0, buf.data()),
                 0);
       for (int y = 0; y < h; ++y)
         for (int x = 0; x < w; ++x) ASSERT_EQ(part[y * W + x], whole[(y + y0) * W + x + x0]);
@@ -519,8 +550,8 @@ TEST(FixedFilters, ChecksInOrderAndWriteNothing) {
   auto c = [&](const void* s, void* d, void* b, RvpiSize roi, int ss, int ds, int border,
                int mask) {
     return rvpiFilterSobelNegVertBorder_8u16s_C1R(static_cast<const Rvp8u*>(s), ss,
-                                                  static_cast<Rvp16s*>(d), ds, roi, mask, border,
-                                                  0, static_cast<Rvp8u*>(b));
+                                                  static_cast<Rvp16s*>(d), ds, roi, mask, border, 0,
+                                                  static_cast<Rvp8u*>(b));
   };
   const RvpiSize roi{8, 8};
   EXPECT_EQ(c(nullptr, dst.data(), buf.data(), {0, 8}, 8, 16, 9, 1), rvpStsNullPtrErr);
@@ -537,9 +568,9 @@ TEST(FixedFilters, ChecksInOrderAndWriteNothing) {
   for (int16_t v : dst) EXPECT_EQ(v, 9);
   // 32f: odd step multiple of nothing.
   std::vector<float> fs(64), fd(64, 5.0f);
-  EXPECT_EQ(rvpiFilterLowpassBorder_32f_C1R(fs.data(), 34, fd.data(), 32, {8, 8}, 33, 1, 0,
-                                            buf.data()),
-            rvpStsNotEvenStepErr);
+  EXPECT_EQ(
+      rvpiFilterLowpassBorder_32f_C1R(fs.data(), 34, fd.data(), 32, {8, 8}, 33, 1, 0, buf.data()),
+      rvpStsNotEvenStepErr);
   for (float v : fd) EXPECT_EQ(v, 5.0f);
   int size = 7;
   EXPECT_EQ(rvpiFilterLaplacianGetBufferSize_8u16s_C1R({4, 4}, 35, &size), rvpStsMaskSizeErr);
@@ -563,8 +594,8 @@ TEST(FixedFilters, EightBitSignedScaling) {
   EXPECT_EQ(d[2 * 16 + 7], 127);
   EXPECT_EQ(d[2 * 16 + 8], 127);
   EXPECT_EQ(d[2 * 16 + 3], 0);
-  ASSERT_EQ(rvpiFilterSobelNegVertBorder_8u8s_C1R(src.data(), 16, d.data(), 16, {16, 5}, 33, 1,
-                                                  0, buf.data()),
+  ASSERT_EQ(rvpiFilterSobelNegVertBorder_8u8s_C1R(src.data(), 16, d.data(), 16, {16, 5}, 33, 1, 0,
+                                                  buf.data()),
             0);
   EXPECT_EQ(d[2 * 16 + 7], -128);
   ASSERT_EQ(rvpiFilterSobelVertBorder_8u8s_C1R(src.data(), 16, d.data(), 16, {16, 5}, 55, 1, 0,

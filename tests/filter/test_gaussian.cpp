@@ -79,8 +79,8 @@ double reference(const rvpt::RefBorder<S>& b, int y, int x, int c, int K, float 
     }
     const int rest = 2 * shift - 8;
     const int64_t v = (acc + (int64_t(1) << (rest - 1))) >> rest;
-    return double(std::clamp<int64_t>(v, std::numeric_limits<S>::lowest(),
-                                      std::numeric_limits<S>::max()));
+    return double(
+        std::clamp<int64_t>(v, std::numeric_limits<S>::lowest(), std::numeric_limits<S>::max()));
   }
 }
 
@@ -92,9 +92,9 @@ void gauss_case(std::mt19937& rng) {
         for (RvpiSize roi : {RvpiSize{1, 1}, RvpiSize{5, 2}, RvpiSize{19, 7}, RvpiSize{40, 3}}) {
           const float sigma = std::uniform_real_distribution<float>(0.3f, 4.0f)(rng);
           int spec_size = 0, buf_size = 0;
-          ASSERT_EQ(rvpiFilterGaussianGetBufferSize(roi, K, type_code<S>(), ch, &spec_size,
-                                                    &buf_size),
-                    0);
+          ASSERT_EQ(
+              rvpiFilterGaussianGetBufferSize(roi, K, type_code<S>(), ch, &spec_size, &buf_size),
+              0);
           ASSERT_EQ(spec_size, 32 * K + 32);
           // Exactly the queried sizes at odd addresses, ends on guard pages.
           rvpt::GuardedBuffer spec(size_t(spec_size) + 1, rvpt::Guard::After);
@@ -128,8 +128,7 @@ void gauss_case(std::mt19937& rng) {
               for (int c = 0; c < ch; ++c) {
                 const double want = reference<S>(b, y, x, c, K, sigma);
                 ASSERT_EQ(double(dst.row(y)[x * ch + c]), want)
-                    << "K " << K << " ch " << ch << " border " << border << " at " << x << ","
-                    << y;
+                    << "K " << K << " ch " << ch << " border " << border << " at " << x << "," << y;
               }
         }
 }
@@ -212,24 +211,24 @@ TEST(Gaussian, ChecksInOrderAndWriteNothing) {
   EXPECT_EQ(rvpiFilterGaussianBorder_8u_C1R(s8.data(), 9, d8.data(), 9, {9, 2}, 0, spec.data(),
                                             buf.data()),
             rvpStsSizeErr);  // wider than the specification
-  EXPECT_EQ(rvpiFilterGaussianBorder_8u_C1R(s8.data(), 7, d8.data(), 8, roi, 0, spec.data(),
-                                            buf.data()),
-            rvpStsStepErr);
-  EXPECT_EQ(rvpiFilterGaussianBorder_8u_C1R(s8.data(), 8, d8.data(), 8, roi, 0, spec0.data(),
-                                            buf.data()),
-            rvpStsContextMatchErr);
+  EXPECT_EQ(
+      rvpiFilterGaussianBorder_8u_C1R(s8.data(), 7, d8.data(), 8, roi, 0, spec.data(), buf.data()),
+      rvpStsStepErr);
+  EXPECT_EQ(
+      rvpiFilterGaussianBorder_8u_C1R(s8.data(), 8, d8.data(), 8, roi, 0, spec0.data(), buf.data()),
+      rvpStsContextMatchErr);
   for (Rvp8u v : d8) EXPECT_EQ(v, 9);
   for (Rvp16u v : d16) EXPECT_EQ(v, 9);
 
   int bsz = 3;
   EXPECT_EQ(rvpiFilterGaussGetBufferSize_32f_C1R(roi, 4, &bsz), rvpStsBadArgErr);
   std::vector<float> f(64, 2.0f), fd(64, 3.0f);
-  EXPECT_EQ(rvpiFilterGaussBorder_32f_C1R(f.data(), 32, fd.data(), 32, roi, 5, 0.0f, 1, 0,
-                                          buf.data()),
-            rvpStsBadArgErr);
-  EXPECT_EQ(rvpiFilterGaussBorder_32f_C1R(f.data(), 32, fd.data(), 32, roi, 5, 1.0f, 2, 0,
-                                          buf.data()),
-            rvpStsBorderErr);
+  EXPECT_EQ(
+      rvpiFilterGaussBorder_32f_C1R(f.data(), 32, fd.data(), 32, roi, 5, 0.0f, 1, 0, buf.data()),
+      rvpStsBadArgErr);
+  EXPECT_EQ(
+      rvpiFilterGaussBorder_32f_C1R(f.data(), 32, fd.data(), 32, roi, 5, 1.0f, 2, 0, buf.data()),
+      rvpStsBorderErr);
   for (float v : fd) EXPECT_EQ(v, 3.0f);
 }
 
@@ -247,8 +246,7 @@ TEST(Gaussian, ImpulseRecoversTheKernel) {
             0);
   const auto w = ref_weights(K, 1.5f);
   for (int y = 0; y < K; ++y)
-    for (int x = 0; x < K; ++x)
-      EXPECT_EQ(dst[(4 + y) * 15 + 4 + x], w[6 - y] * (w[6 - x] * 1.0f));
+    for (int x = 0; x < K; ++x) EXPECT_EQ(dst[(4 + y) * 15 + 4 + x], w[6 - y] * (w[6 - x] * 1.0f));
 }
 
 TEST(GenSobelKernel, KnownFactorsSignsAndChecks) {

@@ -25,8 +25,8 @@ T sat(double v) {
 
 // Reference of one row output.
 template <Form F, class S, class D, class Tap>
-D ref_row(const rvpt::RefBorder<S>& b, int y, int x, int c, const std::vector<Tap>& k,
-          int anchor, int divisor, int W) {
+D ref_row(const rvpt::RefBorder<S>& b, int y, int x, int c, const std::vector<Tap>& k, int anchor,
+          int divisor, int W) {
   const int K = int(k.size());
   if constexpr (F == Form::F32) {
     float s = b.at(y, x - anchor, c) * k[0];
@@ -91,29 +91,29 @@ RvpStatus call_row(const S* src, int step, D** dst, RvpiSize roi, const Tap* k, 
                    int border, const S* value, int div, Rvp8u* buf) {
   if constexpr (F == Form::U8S16)
     return CH == 1 ? rvpiFilterRowBorderPipeline_8u16s_C1R(src, step, dst, roi, k, K, a, border,
-                                                          value[0], div, buf)
+                                                           value[0], div, buf)
                    : rvpiFilterRowBorderPipeline_8u16s_C3R(src, step, dst, roi, k, K, a, border,
-                                                          value, div, buf);
+                                                           value, div, buf);
   else if constexpr (F == Form::S16)
     return CH == 1 ? rvpiFilterRowBorderPipeline_16s_C1R(src, step, dst, roi, k, K, a, border,
-                                                        value[0], div, buf)
+                                                         value[0], div, buf)
                    : rvpiFilterRowBorderPipeline_16s_C3R(src, step, dst, roi, k, K, a, border,
-                                                        value, div, buf);
+                                                         value, div, buf);
   else if constexpr (F == Form::U16)
     return CH == 1 ? rvpiFilterRowBorderPipeline_16u_C1R(src, step, dst, roi, k, K, a, border,
-                                                        value[0], div, buf)
+                                                         value[0], div, buf)
                    : rvpiFilterRowBorderPipeline_16u_C3R(src, step, dst, roi, k, K, a, border,
-                                                        value, div, buf);
+                                                         value, div, buf);
   else if constexpr (F == Form::Low)
-    return CH == 1 ? rvpiFilterRowBorderPipeline_Low_16s_C1R(src, step, dst, roi, k, K, a,
-                                                            border, value[0], div, buf)
-                   : rvpiFilterRowBorderPipeline_Low_16s_C3R(src, step, dst, roi, k, K, a,
-                                                            border, value, div, buf);
+    return CH == 1 ? rvpiFilterRowBorderPipeline_Low_16s_C1R(src, step, dst, roi, k, K, a, border,
+                                                             value[0], div, buf)
+                   : rvpiFilterRowBorderPipeline_Low_16s_C3R(src, step, dst, roi, k, K, a, border,
+                                                             value, div, buf);
   else
     return CH == 1 ? rvpiFilterRowBorderPipeline_32f_C1R(src, step, dst, roi, k, K, a, border,
-                                                        value[0], buf)
+                                                         value[0], buf)
                    : rvpiFilterRowBorderPipeline_32f_C3R(src, step, dst, roi, k, K, a, border,
-                                                        value, buf);
+                                                         value, buf);
 }
 
 template <Form F, int CH, class S, class D, class Tap>
@@ -206,8 +206,8 @@ TEST(PipelineRow, RowEndsTruncate) {
   Rvp16s* rows[1] = {out.data()};
   const Rvp16s k[3] = {1, 1, 1};
   Rvp8u buf[512];
-  ASSERT_EQ(rvpiFilterRowBorderPipeline_16s_C1R(src.data(), W * 2, rows, {W, 1}, k, 3, anchor,
-                                                1, 0, 2, buf),
+  ASSERT_EQ(rvpiFilterRowBorderPipeline_16s_C1R(src.data(), W * 2, rows, {W, 1}, k, 3, anchor, 1, 0,
+                                                2, buf),
             0);
   for (int x = 0; x < W; ++x) EXPECT_EQ(out[x], (x >= 2 && x < 18) ? 2 : 1) << x;
   std::vector<Rvp8u> s8(W, 1);
@@ -241,9 +241,8 @@ TEST(PipelineRow, KernelOneCopies) {
   Rvp16s* rows[1] = {out.data()};
   const Rvp16s k[1] = {1};
   Rvp8u buf[256];
-  ASSERT_EQ(rvpiFilterRowBorderPipeline_16s_C1R(src.data(), 74, rows, {37, 1}, k, 1, 0, 0, 0, 1,
-                                                buf),
-            0);
+  ASSERT_EQ(
+      rvpiFilterRowBorderPipeline_16s_C1R(src.data(), 74, rows, {37, 1}, k, 1, 0, 0, 0, 1, buf), 0);
   EXPECT_EQ(out, src);
 }
 
@@ -256,8 +255,8 @@ TEST(PipelineRow, ChecksInOrderAndWriteNothing) {
   const Rvp16s k[3] = {1, 2, 1};
   Rvp8u buf[256];
   const RvpiSize roi{8, 2};
-  auto call = [&](const Rvp16s* s, Rvp16s** d, RvpiSize r, const Rvp16s* kk, int K, int a,
-                  int step, int border, int div, Rvp8u* b) {
+  auto call = [&](const Rvp16s* s, Rvp16s** d, RvpiSize r, const Rvp16s* kk, int K, int a, int step,
+                  int border, int div, Rvp8u* b) {
     return rvpiFilterRowBorderPipeline_16s_C1R(s, step, d, r, kk, K, a, border, 0, div, b);
   };
   EXPECT_EQ(call(nullptr, rows, {0, 2}, k, 3, 1, 16, 1, 1, buf), rvpStsNullPtrErr);
@@ -295,11 +294,9 @@ TEST(PipelineColumn, ChecksInOrderAndWriteNothing) {
   EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(nullptr, d, 16, {8, 2}, k, 3, 1, buf),
             rvpStsNullPtrErr);
   EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(rows, d, 16, {8, 0}, k, 3, 1, buf), rvpStsSizeErr);
-  EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(holes, d, 16, {8, 2}, k, 3, 1, buf),
-            rvpStsNullPtrErr);
+  EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(holes, d, 16, {8, 2}, k, 3, 1, buf), rvpStsNullPtrErr);
   EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(rows, d, 16, {8, 2}, k, 0, 1, buf), rvpStsSizeErr);
-  EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(rows, d, 14, {8, 2}, k, 3, 0, nullptr),
-            rvpStsStepErr);
+  EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(rows, d, 14, {8, 2}, k, 3, 0, nullptr), rvpStsStepErr);
   EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(rows, d, 17, {8, 2}, k, 3, 0, nullptr),
             rvpStsNotEvenStepErr);
   EXPECT_EQ(rvpiFilterColumnPipeline_16s_C1R(rows, d, 16, {8, 2}, k, 3, 0, nullptr),
@@ -381,9 +378,8 @@ void col_case(std::mt19937& rng) {
       rvpt::GuardedBuffer buf(size_t(size), rvpt::Guard::After);
       const int step = W * CH * int(sizeof(D));
       rvpt::GuardedImage<D> dst(W, H, CH, step, rvpt::Guard::After);
-      ASSERT_EQ((call_col<F, CH>(ptrs.data(), dst.ptr(), step, {W, H}, k.data(), K, div,
-                                 buf.data())),
-                0);
+      ASSERT_EQ(
+          (call_col<F, CH>(ptrs.data(), dst.ptr(), step, {W, H}, k.data(), K, div, buf.data())), 0);
       for (int y = 0; y < H; ++y)
         for (int x = 0; x < W * CH; ++x) {
           const D want = ref_col<F, S, D, Tap>(rows, y, x, k, div);
@@ -429,15 +425,20 @@ TEST(PipelineSizes, MatchTable) {
       {rvpiFilterRowBorderPipelineGetBufferSize_8u16s_C1R,
        [](int, int K) { return 32 * (K + K / 4) + 2 * K + 66; }},
       {rvpiFilterRowBorderPipelineGetBufferSize_8u16s_C3R, [](int, int K) { return 60 * K + 144; }},
-      {rvpiFilterRowBorderPipelineGetBufferSize_Low_16s_C1R, [](int, int K) { return 24 * K + 96; }},
+      {rvpiFilterRowBorderPipelineGetBufferSize_Low_16s_C1R,
+       [](int, int K) { return 24 * K + 96; }},
       {rvpiFilterRowBorderPipelineGetBufferSize_Low_16s_C3R,
        [](int, int K) { return 208 * K + 96; }},
       {rvpiFilterColumnPipelineGetBufferSize_16s_C1R, [&](int W, int) { return 12 * r4(W) + 64; }},
-      {rvpiFilterColumnPipelineGetBufferSize_16s8u_C1R, [&](int W, int) { return 12 * r4(W) + 64; }},
-      {rvpiFilterColumnPipelineGetBufferSize_16s8s_C1R, [&](int W, int) { return 12 * r4(W) + 64; }},
+      {rvpiFilterColumnPipelineGetBufferSize_16s8u_C1R,
+       [&](int W, int) { return 12 * r4(W) + 64; }},
+      {rvpiFilterColumnPipelineGetBufferSize_16s8s_C1R,
+       [&](int W, int) { return 12 * r4(W) + 64; }},
       {rvpiFilterColumnPipelineGetBufferSize_16s_C3R, [&](int W, int) { return 36 * r4(W) + 64; }},
-      {rvpiFilterColumnPipelineGetBufferSize_16s8u_C3R, [&](int W, int) { return 36 * r4(W) + 64; }},
-      {rvpiFilterColumnPipelineGetBufferSize_16s8s_C3R, [&](int W, int) { return 36 * r4(W) + 64; }},
+      {rvpiFilterColumnPipelineGetBufferSize_16s8u_C3R,
+       [&](int W, int) { return 36 * r4(W) + 64; }},
+      {rvpiFilterColumnPipelineGetBufferSize_16s8s_C3R,
+       [&](int W, int) { return 36 * r4(W) + 64; }},
       {rvpiFilterColumnPipelineGetBufferSize_16u_C1R,
        [&](int W, int K) { return 4 * (2 * r4(W) + 8 * K) + 64; }},
       {rvpiFilterColumnPipelineGetBufferSize_16u_C3R,

@@ -18,8 +18,10 @@ inline int ref_map(int i, int n, int base, bool mem_lo, bool mem_hi) {
   if (i >= 0 && i < n) return i;
   if ((i < 0 && mem_lo) || (i >= n && mem_hi)) return i;
   switch (base) {
-    case 0: return -1000000;
-    case 1: return i < 0 ? 0 : n - 1;
+    case 0:
+      return -1000000;
+    case 1:
+      return i < 0 ? 0 : n - 1;
     case 2:
       while (i < 0) i += n;
       while (i >= n) i -= n;
@@ -57,8 +59,9 @@ struct RefBorder {
     const int mx = ref_map(x, w, b, f & 0x40, f & 0x80);
     if (my == -1000000 || mx == -1000000) return value[c];
     T v;
-    std::memcpy(&v, reinterpret_cast<const uint8_t*>(base) + ptrdiff_t(step) * my +
-                        (ptrdiff_t(mx) * ch + c) * ptrdiff_t(sizeof(T)),
+    std::memcpy(&v,
+                reinterpret_cast<const uint8_t*>(base) + ptrdiff_t(step) * my +
+                    (ptrdiff_t(mx) * ch + c) * ptrdiff_t(sizeof(T)),
                 sizeof(T));
     return v;
   }
