@@ -361,17 +361,21 @@ inline void col_s16w_avx2(const int16_t* const* rows, const int16_t* taps, int n
 }
 
 // ---- single precision ---------------------------------------------------------------------------
-// Scalar steps pin the operand order with the same instructions the vector lanes use: for two
-// NaN operands the first one's payload and sign survive, so the compiler must not commute them.
-inline float mul_ord(float a, float b) {
-  return _mm_cvtss_f32(_mm_mul_ss(_mm_set_ss(a), _mm_set_ss(b)));
-}
+// When both operands of an addition are NaN, the instruction returns the first one. The
+// compiler treats additions (intrinsics included) as commutative and may swap them, so the
+// scalar and vector sums name their operand order in the instruction itself; products always
+// have a finite tap as one operand and need no pinning.
+inline float mul_ord(float a, float b) { return a * b; }
 inline float add_ord(float a, float b) {
-  return _mm_cvtss_f32(_mm_add_ss(_mm_set_ss(a), _mm_set_ss(b)));
+  float r;
+  asm("vaddss %2, %1, %0" : "=x"(r) : "x"(a), "x"(b));
+  return r;
 }
-
-// Products with zero taps are left out; the others are summed in order, starting from the first
-// product (no fused multiply-add). A row without any nonzero tap gives +0.
+inline __m256 add_ps_ord(__m256 a, __m256 b) {
+  __m256 r;
+  asm("vaddps %2, %1, %0" : "=x"(r) : "x"(a), "x"(b));
+  return r;
+}
 
 inline float row_f32_value(const float* s, const float* taps, int K, int stride) {
   float acc = 0.0f;
@@ -400,7 +404,7 @@ inline void row_f32_nz(const float* src, float* out, int n, const int* off, cons
     __m256 acc = _mm256_mul_ps(t[0], _mm256_loadu_ps(src + i + off[0]));
 #pragma GCC unroll 16
     for (int k = 1; k < NZ; ++k)
-      acc = _mm256_add_ps(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(src + i + off[k])));
+      acc = add_ps_ord(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(src + i + off[k])));
     _mm256_storeu_ps(out + i, acc);
   }
   for (; i < n; ++i) {
@@ -452,7 +456,7 @@ inline void row_f32_avx2(const float* src, float* out, int n, const float* taps,
       if (taps[k] == 0.0f) continue;
       const __m256 p =
           _mm256_mul_ps(_mm256_set1_ps(taps[k]), _mm256_loadu_ps(src + i + k * stride));
-      acc = first ? p : _mm256_add_ps(acc, p);
+      acc = first ? p : add_ps_ord(acc, p);
       first = false;
     }
     _mm256_storeu_ps(out + i, acc);
@@ -494,7 +498,7 @@ inline void col_f32_nz(const float* const* rows, const float* tv, int n, float* 
     __m256 acc = _mm256_mul_ps(t[0], _mm256_loadu_ps(r[0] + i));
 #pragma GCC unroll 16
     for (int k = 1; k < NZ; ++k)
-      acc = _mm256_add_ps(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(r[k] + i)));
+      acc = add_ps_ord(acc, _mm256_mul_ps(t[k], _mm256_loadu_ps(r[k] + i)));
     if (scaled) acc = _mm256_mul_ps(acc, vs);
     _mm256_storeu_ps(dst + i, acc);
   }
@@ -550,7 +554,7 @@ inline void col_f32_avx2(const float* const* rows, const float* taps, int M, int
     for (int m = 0; m < M; ++m) {
       if (taps[m] == 0.0f) continue;
       const __m256 p = _mm256_mul_ps(_mm256_set1_ps(taps[m]), _mm256_loadu_ps(rows[m] + i));
-      acc = first ? p : _mm256_add_ps(acc, p);
+      acc = first ? p : add_ps_ord(acc, p);
       first = false;
     }
     if (scaled) acc = _mm256_mul_ps(acc, vs);

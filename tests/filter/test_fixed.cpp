@@ -95,7 +95,15 @@ TEST(SepKernels, AvxMatchesScalarBitForBit) {
     const bool scaled = rng() & 1;
     col_f32_scalar(fp.data(), fct.data(), M, n, fa.data(), scaled, scale);
     col_f32_avx2(fp.data(), fct.data(), M, n, fb.data(), scaled, scale);
-    for (int i = 0; i < n; ++i) ASSERT_TRUE(rvpt::same_bits(fa[i], fb[i])) << i;
+    for (int i = 0; i < n; ++i)
+      ASSERT_TRUE(rvpt::same_bits(fa[i], fb[i]))
+          << i << " of " << n << " M " << M << ": " << std::hex << rvpt::float_bits(fa[i]) << " vs "
+          << rvpt::float_bits(fb[i]) << [&] {
+               std::string o;
+               for (int m = 0; m < M; ++m)
+                 o += " (" + std::to_string(fct[m]) + " * " + std::to_string(frows[m][i]) + ")";
+               return o;
+             }();
   }
 }
 
