@@ -473,7 +473,8 @@ RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_Low_16s_C3R(RvpiSize r
  *   32f: row pass then column pass in single precision; products with zero taps are left out
  *     and the others summed in tap order (no fused multiply-add); the Laplacian's two column
  *     sums form one running sum, first term first; Lowpass multiplies the sum by the
- *     single-precision 1/9 or 1/25.
+ *     single-precision 1/9 or 1/25. When an addition meets two NaNs the running sum's NaN is
+ *     kept, so NaN results (sign and payload included) are reproducible.
  * GetBufferSize (roiSize, mask, pBufferSize) (Scharr: roiSize, pBufferSize): pBufferSize null
  * -8; size -6; mask -33; a size beyond 32 bits -6. The size is
  * 64 + R32((W + K - 1) * sizeof(src)) + terms * K * R32(W * sizeof(intermediate)), K = 3 or 5,
@@ -615,7 +616,7 @@ RVPCV_API RvpStatus rvpiFilterLowpassGetBufferSize_8u_C1R(RvpiSize roiSize, int 
  * rvpiFilterGaussianInit (roiSize, kernelSize, sigma, borderType, dataType, numChannels, pSpec,
  * pBuffer): pSpec or pBuffer null -8; size -6; kernelSize -5; dataType -12; numChannels -47;
  * sigma not above 0 (NaN included) -5; borderType with the side flags removed not 0, 1 or 6
- * -225. Weights w_i = exp(-i*i/(2 sigma^2)) (exponent in single precision, exponential in
+ * -225. Weights w_i = exp(-i*i/(2 sigma^2)), i = -K/2..K/2 (exponent in single precision, exponential in
  * double, stored as single), S their single-precision sum in order; taps: 8u
  * trunc(w_i/S*4096 + 0.5) (shift 12), 16u/16s trunc(w_i/S*32768 + 0.5) (shift 15), 32f w_i/S.
  * pBuffer is not written. The specification is read-only afterwards and may be shared.
@@ -628,8 +629,10 @@ RVPCV_API RvpStatus rvpiFilterLowpassGetBufferSize_8u_C1R(RvpiSize roiSize, int 
  * Integer rounding: the row pass sums exact integer products and drops 8 fraction bits
  * rounding half up ((sum + 128) >> 8); the column pass sums the exact products of those values
  * and drops the remaining 2*shift - 8 bits rounding half up (arithmetic shift, so halves of
- * negative 16s values round toward +infinity), then saturates. 32f: products summed in
- * single precision in tap order, row pass then column pass, no fused multiply-add.
+ * negative 16s values round toward +infinity), then saturates. 32f: row pass then column
+ * pass, each the single-precision sum in tap order of the products with the nonzero taps
+ * (taps that underflow to 0 are left out), no fused multiply-add, NaNs as for the derivative
+ * filters.
  * rvpiFilterGaussBorder_32f_C1R (pSrc, srcStep, pDst, dstStep, roiSize, kernelSize, sigma,
  * borderType, borderValue, pBuffer): the same kernel as a 32f specification; checks: null -8,
  * size -6, steps, kernelSize -5, sigma -5, border -225. Its size query
