@@ -13,9 +13,12 @@
 // pixel is the border value when either of its coordinates is constant.
 #pragma once
 
+#include <immintrin.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "core/image.h"
 #include "rvpcv.h"
@@ -152,6 +155,29 @@ class BorderedSource {
     for (int x = w_; x < w_ + right_; ++x) edge_pixel(s, x, out + (x + left_) * ch_);
   }
 
+  // fill_row writing a wider element type (8-bit rows widened to 16 bits for kernels that
+  // work on 16-bit lanes): the same values, converted.
+  template <class U>
+  void fill_row_as(int y, U* out) const {
+    const T* s = source_row(y);
+    const int n_out = width_out();
+    if (s == nullptr) {
+      for (int x = 0; x < n_out; ++x)
+        for (int c = 0; c < ch_; ++c) out[x * ch_ + c] = static_cast<U>(value_[c]);
+      return;
+    }
+    widen(s, out + left_ * ch_, w_ * ch_);
+    T px[4];
+    for (int x = -left_; x < 0; ++x) {
+      edge_pixel(s, x, px);
+      for (int c = 0; c < ch_; ++c) out[(x + left_) * ch_ + c] = static_cast<U>(px[c]);
+    }
+    for (int x = w_; x < w_ + right_; ++x) {
+      edge_pixel(s, x, px);
+      for (int c = 0; c < ch_; ++c) out[(x + left_) * ch_ + c] = static_cast<U>(px[c]);
+    }
+  }
+
   // One value of bordered row y, column x, channel c (the plain definition; tests and the
   // scalar references use it).
   T at(int y, int x, int c) const {
@@ -162,6 +188,18 @@ class BorderedSource {
   }
 
  private:
+  template <class U>
+  static void widen(const T* s, U* d, int n) {
+    int i = 0;
+    if constexpr (std::is_same_v<T, uint8_t> && std::is_same_v<U, int16_t>) {
+      for (; i + 16 <= n; i += 16)
+        _mm256_storeu_si256(
+            reinterpret_cast<__m256i*>(d + i),
+            _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i))));
+    }
+    for (; i < n; ++i) d[i] = static_cast<U>(s[i]);
+  }
+
   void edge_pixel(const T* s, int x, T* out) const {
     const int mx = map_index(x, w_, b_.base, b_.in_mem(kLeft), b_.in_mem(kRight));
     for (int c = 0; c < ch_; ++c)

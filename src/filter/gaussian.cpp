@@ -150,58 +150,67 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
     const int16_t* t = static_cast<const int16_t*>(taps);
     constexpr int kColShift = 2 * kGaussShift8u - kGaussRowDrop;
     const bool sym = symmetric(t, K);
-    int16_t* wide = carver.take<int16_t>((int64_t{roi.width} + K - 1) * CH);
+    auto cols = [&](const Rvp16s* const* rows, int y) {
+      Rvp8u* d = row(dst, dstStep, y);
+      switch (sym ? K : 0) {
+        case 3:
+          col_u8_sym_avx2<3>(rows, t, n, d, kColShift);
+          break;
+        case 5:
+          col_u8_sym_avx2<5>(rows, t, n, d, kColShift);
+          break;
+        case 7:
+          col_u8_sym_avx2<7>(rows, t, n, d, kColShift);
+          break;
+        case 9:
+          col_u8_sym_avx2<9>(rows, t, n, d, kColShift);
+          break;
+        case 11:
+          col_u8_sym_avx2<11>(rows, t, n, d, kColShift);
+          break;
+        case 13:
+          col_u8_sym_avx2<13>(rows, t, n, d, kColShift);
+          break;
+        default:
+          col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, d, 1.0f, kColShift);
+      }
+    };
+    if (sym && K <= 13) {
+      // The bordered rows arrive widened to 16 bits (the buffer's 8u-only sub-buffer holds
+      // them); the dedicated kernels read their pixel pairs straight from there.
+      run_separable<S, I, Rvp16s>(
+          bsrc, roi, CH, K, 1, carver,
+          [&](int, const Rvp16s* b, Rvp16s* out, int nn) {
+            switch (K) {
+              case 3:
+                row_wide_sym_avx2<3>(b, out, nn, t, CH, kGaussRowDrop);
+                break;
+              case 5:
+                row_wide_sym_avx2<5>(b, out, nn, t, CH, kGaussRowDrop);
+                break;
+              case 7:
+                row_wide_sym_avx2<7>(b, out, nn, t, CH, kGaussRowDrop);
+                break;
+              case 9:
+                row_wide_sym_avx2<9>(b, out, nn, t, CH, kGaussRowDrop);
+                break;
+              case 11:
+                row_wide_sym_avx2<11>(b, out, nn, t, CH, kGaussRowDrop);
+                break;
+              default:
+                row_wide_sym_avx2<13>(b, out, nn, t, CH, kGaussRowDrop);
+                break;
+            }
+          },
+          cols);
+      return;
+    }
     run_separable<S, I>(
         bsrc, roi, CH, K, 1, carver,
         [&](int, const Rvp8u* b, Rvp16s* out, int nn) {
-          switch (sym ? K : 0) {
-            case 3:
-              row_u8_sym_avx2<3>(b, wide, out, nn, t, CH, kGaussRowDrop);
-              break;
-            case 5:
-              row_u8_sym_avx2<5>(b, wide, out, nn, t, CH, kGaussRowDrop);
-              break;
-            case 7:
-              row_u8_sym_avx2<7>(b, wide, out, nn, t, CH, kGaussRowDrop);
-              break;
-            case 9:
-              row_u8_sym_avx2<9>(b, wide, out, nn, t, CH, kGaussRowDrop);
-              break;
-            case 11:
-              row_u8_sym_avx2<11>(b, wide, out, nn, t, CH, kGaussRowDrop);
-              break;
-            case 13:
-              row_u8_sym_avx2<13>(b, wide, out, nn, t, CH, kGaussRowDrop);
-              break;
-            default:
-              row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
-          }
+          row_u8_s16_avx2(b, out, nn, t, K, CH, kGaussRowDrop);
         },
-        [&](const Rvp16s* const* rows, int y) {
-          Rvp8u* d = row(dst, dstStep, y);
-          switch (sym ? K : 0) {
-            case 3:
-              col_u8_sym_avx2<3>(rows, t, n, d, kColShift);
-              break;
-            case 5:
-              col_u8_sym_avx2<5>(rows, t, n, d, kColShift);
-              break;
-            case 7:
-              col_u8_sym_avx2<7>(rows, t, n, d, kColShift);
-              break;
-            case 9:
-              col_u8_sym_avx2<9>(rows, t, n, d, kColShift);
-              break;
-            case 11:
-              col_u8_sym_avx2<11>(rows, t, n, d, kColShift);
-              break;
-            case 13:
-              col_u8_sym_avx2<13>(rows, t, n, d, kColShift);
-              break;
-            default:
-              col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, d, 1.0f, kColShift);
-          }
-        });
+        cols);
   } else {
     const int32_t* t = static_cast<const int32_t*>(taps);
     run_separable<S, I>(

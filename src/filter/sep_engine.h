@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "core/image.h"
 #include "core/scratch.h"
@@ -28,12 +29,14 @@ inline int64_t sep_buffer_bytes(RvpiSize roi, int K, int terms, int ch, int64_t 
 // row_fn(term, const S* bordered_row, I* out, n) filters one bordered row into `out` (n values);
 // col_fn(const I* const* rows, y) writes output row y from terms*K rows (term-major, row
 // y - K/2 + k at index term*K + k). `carver` is positioned after any sub-buffers the caller took.
-template <class S, class I, class RowFn, class ColFn>
+// B: element type of the bordered row handed to row_fn (the source type, or a wider one the
+// source is converted to on the way; sep_buffer_bytes<B, I> then sizes the buffer).
+template <class S, class I, class B = S, class RowFn, class ColFn>
 void run_separable(const BorderedSource<S>& src, RvpiSize roi, int ch, int K, int terms,
                    ScratchCarver& carver, const RowFn& row_fn, const ColFn& col_fn) {
   const int r = K / 2;
   const int n = roi.width * ch;
-  S* bordered = carver.take<S>((int64_t{roi.width} + K - 1) * ch);
+  B* bordered = carver.take<B>((int64_t{roi.width} + K - 1) * ch);
   I* ring[kMaxTerms][64];
   I** ring_rows[kMaxTerms];
   // Rings longer than the fixed table (long Gaussian kernels) keep their pointers in the buffer.
@@ -43,7 +46,10 @@ void run_separable(const BorderedSource<S>& src, RvpiSize roi, int ch, int K, in
     for (int k = 0; k < K; ++k) ring_rows[t][k] = carver.take<I>(n);
 
   auto produce = [&](int j) {  // source row j into its ring slot (j + r) mod K
-    src.fill_row(j, bordered);
+    if constexpr (std::is_same_v<B, S>)
+      src.fill_row(j, bordered);
+    else
+      src.template fill_row_as<B>(j, bordered);
     const int slot = ((j + r) % K + K) % K;
     for (int t = 0; t < terms; ++t) row_fn(t, bordered, ring_rows[t][slot], n);
   };

@@ -201,16 +201,11 @@ inline __m256i merge_even_odd(__m256i ev, __m256i od, __m256i half, __m128i sh) 
   return _mm256_or_si256(ev, _mm256_slli_epi32(od, 16));
 }
 
-// The bordered row (n + (K-1)*stride pixels) is widened once into `wide`.
+// On a bordered row already widened to 16 bits (n + (K-1)*stride elements, values 0..255).
 template <int K>
-inline void row_u8_sym_avx2(const uint8_t* src, int16_t* wide, int16_t* out, int n,
-                            const int16_t* taps, int stride, int shift) {
+inline void row_wide_sym_avx2(const int16_t* wide, int16_t* out, int n, const int16_t* taps,
+                              int stride, int shift) {
   constexpr int R = K / 2, N = R + 1;
-  const int len = n + (K - 1) * stride;
-  int j = 0;
-  for (; j + 16 <= len; j += 16)
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(wide + j), load16_u8_as_s16(src + j));
-  for (; j < len; ++j) wide[j] = src[j];
   __m256i te[N], to[N];
   sym_taps<K>(taps, te, to);
   const __m256i half = _mm256_set1_epi32(1 << (shift - 1));
@@ -229,7 +224,23 @@ inline void row_u8_sym_avx2(const uint8_t* src, int16_t* wide, int16_t* out, int
     madd_even_odd<N>(v, te, to, ev, od);
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), merge_even_odd(ev, od, half, sh));
   }
-  for (; i < n; ++i) out[i] = row_u8_value(src + i, taps, K, stride, shift);
+  for (; i < n; ++i) {
+    int32_t acc = 0;
+    for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * wide[i + k * stride];
+    out[i] = saturate<int16_t>((acc + (1 << (shift - 1))) >> shift);
+  }
+}
+
+// The same from an 8-bit bordered row, widened into `wide` first.
+template <int K>
+inline void row_u8_sym_avx2(const uint8_t* src, int16_t* wide, int16_t* out, int n,
+                            const int16_t* taps, int stride, int shift) {
+  const int len = n + (K - 1) * stride;
+  int j = 0;
+  for (; j + 16 <= len; j += 16)
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(wide + j), load16_u8_as_s16(src + j));
+  for (; j < len; ++j) wide[j] = src[j];
+  row_wide_sym_avx2<K>(wide, out, n, taps, stride, shift);
 }
 
 template <int K>

@@ -91,3 +91,24 @@ TEST(Border, BorderedRowsMatchReference) {
           }
         }
 }
+
+// The widening variant gives the same values as the plain bordered row, every width.
+TEST(Border, WidenedRowsEqualPlainRows) {
+  std::mt19937 rng(12);
+  rvpt::TestImage<Rvp8u> img(90, 5, 3);
+  rvpt::fill_all(img, rng);
+  const Rvp8u value[3] = {200, 3, 77};
+  for (int w = 1; w <= 70; ++w)
+    for (int type : {0, 1, 2, 3, 4, 0x41}) {
+      const int ch = 1 + (w % 2) * 2;
+      rvp::filter::BorderedSource<Rvp8u> src(img.row(1) + 3 * 6, img.step(), {w, 3}, ch,
+                                             rvp::filter::resolve_border(type), value, 5, 4);
+      std::vector<Rvp8u> plain(size_t(w + 9) * ch);
+      std::vector<Rvp16s> wide(size_t(w + 9) * ch);
+      for (int y = -2; y < 5; ++y) {
+        src.fill_row(y, plain.data());
+        src.fill_row_as<Rvp16s>(y, wide.data());
+        for (size_t i = 0; i < plain.size(); ++i) ASSERT_EQ(wide[i], plain[i]) << w << " " << i;
+      }
+    }
+}
