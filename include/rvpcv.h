@@ -704,7 +704,408 @@ RVPCV_API RvpStatus rvpiUpdateMotionHistory_32f_C1IR(const Rvp32f* pSilhouette, 
  * Border model, row/column pipeline and fixed-kernel filters (src/filter/)
  * ========================================================================================== */
 /* section:filter (declarations follow this line) */
-
+/* ---- Border selector acceptance --------------------------------------------------------
+ * Base rules and side flags are those of RvpiBorderType. Families accept different selectors:
+ *   row pipeline: exactly 0, 1 or 6 (no flags), otherwise -5;
+ *   Sobel, Scharr, Laplacian, Lowpass: base 0, 1, 2, 3, 4 or 6; bits above the low four only
+ *     together with at least one side flag; otherwise -5;
+ *   Gaussian: the selector with the side flags removed must be 0, 1 or 6, otherwise -225.
+ * 6 means all four sides in memory (the same as 0xF0). A side whose flag is set reads the
+ * caller's pixels beyond the region; the other sides follow the base rule. Rows and columns
+ * map independently: a bordered pixel whose row or column falls on a constant side is the
+ * border value; otherwise its row index and column index are each mapped (kept when in memory,
+ * clamped for 1, wrapped for 2, reflected for 3 and 4, periodically for borders wider than the
+ * region; base 3 on a line of one pixel repeats it).
+ *
+ * ---- Row/column pipeline -----------------------------------------------------------------
+ * Row filter: dst[y][x] = sum_k B_y(x + k - xAnchor) * pKernel[k] (correlation), B_y the source
+ * row extended by xAnchor pixels on the left and kernelSize-1-xAnchor on the right (border 0:
+ * borderValue, 1: edge pixel, 6: the caller's pixels beyond the region). ppDst holds
+ * roiSize.height row pointers of width*channels elements each.
+ * Checks: pSrc, ppDst, pKernel, pBuffer null -8; size -6; a null ppDst[y] -8; (C3) null
+ * borderValue pointer -8 (all C3 forms, also when the border is not constant); kernelSize < 1
+ * -6; xAnchor outside 0..kernelSize-1 -34; srcStep -14/-108; borderType not 0, 1 or 6 -5;
+ * divisor 0 (16s, 8u16s, Low_16s) or below 1 (16u) -5.
+ * Arithmetic:
+ *   16s, 8u16s: the products and their sum are exact 32-bit integers when the sum of |taps| is
+ *     below 65535, otherwise single-precision products summed in single precision in tap
+ *     order; the sum times the single-precision 1/divisor is rounded half to even and
+ *     saturated. Columns outside the whole blocks of 8 that start at xAnchor (the first
+ *     xAnchor columns and the remainder of fewer than 8 at the row end) are truncated toward
+ *     zero instead of rounded.
+ *   16u (Rvp16s taps): exact integer sum, converted to single precision, times 1/divisor,
+ *     rounded half to even in every column, saturated to 0..65535.
+ *   Low_16s: products and sum in 16-bit wrap-around arithmetic; result (sum * M) >> 14 at 32
+ *     bits with M = trunc(16384 / divisor) formed in single precision, saturated.
+ *   32f: single-precision products summed in single precision in tap order (no fused
+ *     multiply-add).
+ * pBuffer: at least the queried size, any alignment; it is not written by these forms.
+ *
+ * Column filter: dst[y][x] = sum_k ppSrc[y + k][x] * pKernel[k]; ppSrc holds
+ * roiSize.height + kernelSize - 1 row pointers.
+ * Checks: ppSrc, pDst, pKernel null -8; size -6; a null ppSrc[0..height+kernelSize-2] -8;
+ * kernelSize < 1 -6; dstStep -14/-108; pBuffer null -8; divisor 0 -5.
+ * Arithmetic: every tap is scaled by the single-precision 1/divisor first (single precision),
+ * the scaled products are summed in single precision in tap order, rounded half to even and
+ * saturated to the destination (16s, 16s8u, 16s8s, 16u; 16u takes Rvp16s taps and any nonzero
+ * divisor, a negative one saturating to 0). Low_16s: 16-bit wrap-around sum, then as in the
+ * row filter. 32f: plain single-precision sum of products.
+ *
+ * GetBufferSize (roiSize, kernelSize, pBufferSize): pBufferSize null -8; size -6;
+ * kernelSize < 1 -6; a size that does not fit 32 bits -6. */
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, Rvp8u borderValue, int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_8u16s_C3R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, const Rvp8u borderValue[3], int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_16s_C1R(const Rvp16s* pSrc, int srcStep,
+    Rvp16s** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, Rvp16s borderValue, int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_16s_C3R(const Rvp16s* pSrc, int srcStep,
+    Rvp16s** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, const Rvp16s borderValue[3], int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_16u_C1R(const Rvp16u* pSrc, int srcStep,
+    Rvp16u** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, Rvp16u borderValue, int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_16u_C3R(const Rvp16u* pSrc, int srcStep,
+    Rvp16u** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, const Rvp16u borderValue[3], int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f** ppDst, RvpiSize roiSize, const Rvp32f* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_32f_C3R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f** ppDst, RvpiSize roiSize, const Rvp32f* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, const Rvp32f borderValue[3], Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_Low_16s_C1R(const Rvp16s* pSrc, int srcStep,
+    Rvp16s** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, Rvp16s borderValue, int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipeline_Low_16s_C3R(const Rvp16s* pSrc, int srcStep,
+    Rvp16s** ppDst, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int xAnchor,
+    RvpiBorderType borderType, const Rvp16s borderValue[3], int divisor, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16s_C1R(const Rvp16s* const* ppSrc,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16s_C3R(const Rvp16s* const* ppSrc,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16s8u_C1R(const Rvp16s* const* ppSrc,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16s8u_C3R(const Rvp16s* const* ppSrc,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16s8s_C1R(const Rvp16s* const* ppSrc,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16s8s_C3R(const Rvp16s* const* ppSrc,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16u_C1R(const Rvp16u* const* ppSrc,
+    Rvp16u* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_16u_C3R(const Rvp16u* const* ppSrc,
+    Rvp16u* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_32f_C1R(const Rvp32f* const* ppSrc,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, const Rvp32f* pKernel, int kernelSize,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_32f_C3R(const Rvp32f* const* ppSrc,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, const Rvp32f* pKernel, int kernelSize,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_Low_16s_C1R(const Rvp16s* const* ppSrc,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterColumnPipeline_Low_16s_C3R(const Rvp16s* const* ppSrc,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s* pKernel, int kernelSize, int divisor,
+    Rvp8u* pBuffer);
+/* Row sizes (K = kernelSize): 16s C1 48K+112, C3 40K+96; 16u C1 64K+96, C3 128K+96; 32f C1
+ * 96K+96, C3 288K+96; 8u16s C1 32(K+K/4)+2K+66, C3 60K+144; Low_16s C1 24K+96, C3 208K+96.
+ * Column sizes (W = roi width, R4/R8 rounded up to a multiple of 4/8): 16s, 16s8u, 16s8s C1
+ * 12R4(W)+64, C3 36R4(W)+64; 16u C1 4(2R4(W)+8K)+64, C3 4(2R4(3W)+8K)+64; 32f 32K+32;
+ * Low_16s C1 12R8(W)+64, C3 36R8(W)+64. */
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_8u16s_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_8u16s_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_16s_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_16s_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_16u_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_16u_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_32f_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_32f_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_Low_16s_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterRowBorderPipelineGetBufferSize_Low_16s_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16s_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16s_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16s8u_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16s8u_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16s8s_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16s8s_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16u_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_16u_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_32f_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_32f_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_Low_16s_C1R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterColumnPipelineGetBufferSize_Low_16s_C3R(RvpiSize roiSize,
+    int kernelSize, int* pBufferSize);
+/* ---- Fixed-kernel filters with border ---------------------------------------------------
+ * rvpiFilter<Name>Border_<t>_C1R (pSrc, srcStep, pDst, dstStep, roiSize, mask, borderType,
+ * borderValue, pBuffer); Scharr has no mask (3x3 only). mask: 33 (3x3) or 55 (5x5).
+ * Checks: pSrc, pDst, pBuffer null -8; size -6; steps -14 then -108 (source and destination);
+ * border selector (see above; Lowpass follows the derivative rule) -5; mask -33.
+ * Kernels (horizontal factor along the row, vertical factor down the column, correlation):
+ *   SobelNegVert      3: 1 0 -1  x 1 2 1            5: 1 2 0 -2 -1 x 1 4 6 4 1
+ *   SobelHorizSecond  3: 1 2 1   x 1 -2 1           5: 1 4 6 4 1   x 1 0 -2 0 1
+ *   SobelVertSecond   3: 1 -2 1  x 1 2 1            5: 1 0 -2 0 1  x 1 4 6 4 1
+ *   SobelCross        3: 1 0 -1  x -1 0 1           5: 1 2 0 -2 -1 x -1 -2 0 2 1
+ *   ScharrHoriz       3 10 3 x -1 0 1;  ScharrVert -1 0 1 x 3 10 3
+ *   SobelHoriz (8u8s) 3: 1 2 1   x -1 0 1           5: 1 4 6 4 1   x -1 -2 0 2 1
+ *     (vertical first derivative, bottom minus top)
+ *   SobelVert (8u8s)  3: -1 0 1  x 1 2 1            5: -1 -2 0 2 1 x 1 4 6 4 1
+ *     (horizontal first derivative, right minus left)
+ *   Laplacian         sum of (second-difference x smoothing) + (smoothing x second-difference):
+ *                     3: (1 -2 1 x 1 2 1) + (1 2 1 x 1 -2 1) = [2 0 2; 0 -8 0; 2 0 2]
+ *                     5: (1 0 -2 0 1 x 1 4 6 4 1) + (1 4 6 4 1 x 1 0 -2 0 1)
+ *   Lowpass           all ones; the mean: the sum times 1/9 or 1/25.
+ * Results:
+ *   8u16s: the exact integer result, saturated to Rvp16s.
+ *   8u8s: the exact integer result times the single-precision reciprocal of D, rounded half to
+ *     even, saturated to Rvp8s, with D the sum of the absolute values of the 2-D kernel (8 for
+ *     3x3 Sobel first derivatives, 96 for 5x5, 16 / 64 for second derivatives, 4 / 36 for the
+ *     cross derivative, 32 for Scharr, 16 / 112 for the Laplacian): the full input range maps
+ *     onto -127.5..127.5.
+ *   8u (Lowpass): exact box sum times the single-precision 1/9 or 1/25, rounded half to even.
+ *   32f: row pass then column pass in single precision; products with zero taps are left out
+ *     and the others summed in tap order (no fused multiply-add); the Laplacian's two column
+ *     sums form one running sum, first term first; Lowpass multiplies the sum by the
+ *     single-precision 1/9 or 1/25. When an addition meets two NaNs the running sum's NaN is
+ *     kept, so NaN results (sign and payload included) are reproducible.
+ * GetBufferSize (roiSize, mask, pBufferSize) (Scharr: roiSize, pBufferSize): pBufferSize null
+ * -8; size -6; mask -33; a size beyond 32 bits -6. The size is
+ * 64 + R32((W + K - 1) * sizeof(src)) + terms * K * R32(W * sizeof(intermediate)), K = 3 or 5,
+ * terms 2 for the Laplacian and 1 otherwise, intermediate Rvp16s for 8u sources and Rvp32f for
+ * 32f, R32 rounding up to a multiple of 32. */
+RVPCV_API RvpStatus rvpiFilterSobelNegVertBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelNegVertGetBufferSize_32f_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelNegVertBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelNegVertGetBufferSize_8u16s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelNegVertBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelNegVertGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelHorizSecondBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelHorizSecondGetBufferSize_32f_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelHorizSecondBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelHorizSecondGetBufferSize_8u16s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelHorizSecondBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelHorizSecondGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelVertSecondBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelVertSecondGetBufferSize_32f_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelVertSecondBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelVertSecondGetBufferSize_8u16s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelVertSecondBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelVertSecondGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelCrossBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelCrossGetBufferSize_32f_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelCrossBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelCrossGetBufferSize_8u16s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelCrossBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelCrossGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterLaplacianBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterLaplacianGetBufferSize_32f_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterLaplacianBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterLaplacianGetBufferSize_8u16s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterLaplacianBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterLaplacianGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelHorizBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelHorizGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterSobelVertBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterSobelVertGetBufferSize_8u8s_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterScharrHorizBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterScharrHorizGetBufferSize_32f_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterScharrHorizBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterScharrHorizGetBufferSize_8u16s_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterScharrHorizBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterScharrHorizGetBufferSize_8u8s_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterScharrVertBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterScharrVertGetBufferSize_32f_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterScharrVertBorder_8u16s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterScharrVertGetBufferSize_8u16s_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterScharrVertBorder_8u8s_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8s* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterScharrVertGetBufferSize_8u8s_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterLowpassBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterLowpassGetBufferSize_32f_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterLowpassBorder_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, int mask, RvpiBorderType borderType,
+    Rvp8u borderValue, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterLowpassGetBufferSize_8u_C1R(RvpiSize roiSize, int mask,
+    int* pBufferSize);
+/* ---- Gaussian filter ---------------------------------------------------------------------
+ * rvpiFilterGaussianGetBufferSize (roiSize, kernelSize, dataType, numChannels, pSpecSize,
+ * pBufferSize): pSpecSize or pBufferSize null -8; size -6; kernelSize < 3 or even -5; dataType
+ * not 1, 5, 7, 13 -12; numChannels not 1 or 3 -47. The specification takes 32 * kernelSize + 32
+ * bytes for every data type; the work buffer 64 + R32(4K) + R32(X) + R32((W + K - 1) * ch *
+ * sizeof(T)) + K * R32(W * ch * sizeof(I)) with X = 2 * (W + K - 1) * ch for 8u and 0
+ * otherwise, I Rvp16s for 8u, Rvp32s for 16u/16s, Rvp32f for 32f (R32: up to a multiple of
+ * 32). A work buffer serves one call at a time.
+ * rvpiFilterGaussianInit (roiSize, kernelSize, sigma, borderType, dataType, numChannels, pSpec,
+ * pBuffer): pSpec or pBuffer null -8; size -6; kernelSize -5; dataType -12; numChannels -47;
+ * sigma not above 0 (NaN included) -5; borderType with the side flags removed not 0, 1 or 6
+ * -225. Weights w_i = exp(-i*i/(2 sigma^2)), i = -K/2..K/2 (exponent in single precision, exponential in
+ * double, stored as single), S their single-precision sum in order; taps: 8u
+ * trunc(w_i/S*4096 + 0.5) (shift 12), 16u/16s trunc(w_i/S*32768 + 0.5) (shift 15), 32f w_i/S.
+ * pBuffer is not written. The specification is read-only afterwards and may be shared.
+ * rvpiFilterGaussianBorder_<t>_<C> (pSrc, srcStep, pDst, dstStep, roiSize, borderValue, pSpec,
+ * pBuffer): borderValue is one value (C1) or a pointer to three (C3). Checks: pSrc, pDst,
+ * (C3) borderValue, pSpec, pBuffer null -8; size -6; steps -14/-108; a specification not made
+ * by rvpiFilterGaussianInit for this data type and channel count -17; roiSize.width above the
+ * width the specification was made for -6. The border (0 constant, 1 replicate, 6 memory, and
+ * side flags) comes from the specification.
+ * Integer rounding: the row pass sums exact integer products and drops 8 fraction bits
+ * rounding half up ((sum + 128) >> 8); the column pass sums the exact products of those values
+ * and drops the remaining 2*shift - 8 bits rounding half up (arithmetic shift, so halves of
+ * negative 16s values round toward +infinity), then saturates. 32f: row pass then column
+ * pass, each the single-precision sum in tap order of the products with the nonzero taps
+ * (taps that underflow to 0 are left out), no fused multiply-add, NaNs as for the derivative
+ * filters.
+ * rvpiFilterGaussBorder_32f_C1R (pSrc, srcStep, pDst, dstStep, roiSize, kernelSize, sigma,
+ * borderType, borderValue, pBuffer): the same kernel as a 32f specification; checks: null -8,
+ * size -6, steps, kernelSize -5, sigma -5, border -225. Its size query
+ * rvpiFilterGaussGetBufferSize_32f_C1R (roiSize, kernelSize, pBufferSize): null -8, size -6,
+ * kernelSize -5. */
+RVPCV_API RvpStatus rvpiFilterGaussianGetBufferSize(RvpiSize roiSize, int kernelSize,
+    RvpDataType dataType, int numChannels, int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterGaussianInit(RvpiSize roiSize, int kernelSize, Rvp32f sigma,
+    RvpiBorderType borderType, RvpDataType dataType, int numChannels, Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, Rvp8u borderValue, const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_8u_C3R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, const Rvp8u borderValue[3], const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_16u_C1R(const Rvp16u* pSrc, int srcStep,
+    Rvp16u* pDst, int dstStep, RvpiSize roiSize, Rvp16u borderValue, const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_16u_C3R(const Rvp16u* pSrc, int srcStep,
+    Rvp16u* pDst, int dstStep, RvpiSize roiSize, const Rvp16u borderValue[3], const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_16s_C1R(const Rvp16s* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, Rvp16s borderValue, const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_16s_C3R(const Rvp16s* pSrc, int srcStep,
+    Rvp16s* pDst, int dstStep, RvpiSize roiSize, const Rvp16s borderValue[3], const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, Rvp32f borderValue, const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussianBorder_32f_C3R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, const Rvp32f borderValue[3], const Rvp8u* pSpec,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterGaussGetBufferSize_32f_C1R(RvpiSize roiSize, int kernelSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterGaussBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, int kernelSize, Rvp32f sigma, RvpiBorderType borderType,
+    Rvp32f borderValue, Rvp8u* pBuffer);
+/* rvpiGenSobelKernel_16s / _32f (pDst, kernelSize, order, sign): writes kernelSize taps of the
+ * one-dimensional Sobel factor of derivative `order` (0 smoothing, 1 first derivative right
+ * minus left, 2 second derivative, ...): the product of (1 + z)^(kernelSize-1-order) and
+ * (z - 1)^order, e.g. 3/1: -1 0 1, 3/2: 1 -2 1, 5/1: -1 -2 0 2 1, 5/0: 1 4 6 4 1. sign > 0 keeps
+ * it, sign < 0 negates it. Checks: pDst null -8; kernelSize < 1 or even, order < 0 or
+ * order >= kernelSize, sign 0: -5. Taps are exact integers; the 16s form saturates taps
+ * beyond 16 bits (kernel sizes above 17). */
+RVPCV_API RvpStatus rvpiGenSobelKernel_16s(Rvp16s* pDst, int kernelSize, int order, int sign);
+RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int order, int sign);
 
 /* ============================================================================================
  * Gaussian pyramids and pyramid layers (src/filter/pyramid.cpp)
