@@ -13,12 +13,11 @@ using rvpb::Size2;
 
 void reg(const std::string& op, const char* impl, Size2 s, std::function<void()> fn,
          int64_t bytes) {
-  benchmark::RegisterBenchmark(rvpb::bench_name(op, impl, s).c_str(),
-                               [fn, bytes](benchmark::State& st) {
-                                 for (auto _ : st) fn();
-                                 st.SetBytesProcessed(int64_t(st.iterations()) * bytes);
-                               })
-      ->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark(rvpb::bench_name(op, impl, s).c_str(), [fn, bytes](
+                                                                          benchmark::State& st) {
+    for (auto _ : st) fn();
+    st.SetBytesProcessed(int64_t(st.iterations()) * bytes);
+  })->Unit(benchmark::kMicrosecond);
 }
 
 constexpr float kLow = 50.5f, kHigh = 150.5f;
@@ -38,11 +37,15 @@ struct Registrar {
       int size = 0;
       rvpiCannyGetSize(roi, &size);
       auto buf = std::make_shared<std::vector<Rvp8u>>(size);
-      reg("Canny_16s8u", "rvpcv", s, [=] {
-        rvpiCanny_16s8u_C1R(dx->ptr<Rvp16s>(), int(dx->step), dy->ptr<Rvp16s>(), int(dy->step),
-                            ours->ptr(), int(ours->step), roi, kLow, kHigh, buf->data());
-      }, px);
-      reg("Canny_16s8u", "opencv", s, [=] { cv::Canny(*dx, *dy, *theirs, kLow, kHigh, false); },
+      reg(
+          "Canny_16s8u", "rvpcv", s,
+          [=] {
+            rvpiCanny_16s8u_C1R(dx->ptr<Rvp16s>(), int(dx->step), dy->ptr<Rvp16s>(), int(dy->step),
+                                ours->ptr(), int(ours->step), roi, kLow, kHigh, buf->data());
+          },
+          px);
+      reg(
+          "Canny_16s8u", "opencv", s, [=] { cv::Canny(*dx, *dy, *theirs, kLow, kHigh, false); },
           px);
 
       for (int mask : {33, 55})
@@ -52,14 +55,17 @@ struct Registrar {
           int bsize = 0;
           rvpiCannyBorderGetSize(roi, mask, &bsize);
           auto bbuf = std::make_shared<std::vector<Rvp8u>>(bsize);
-          reg(name, "rvpcv", s, [=] {
-            rvpiCannyBorder_8u_C1R(gray->ptr(), int(gray->step), ours->ptr(), int(ours->step),
-                                   roi, rvpCannySobel, mask, 1, 0, kLow, kHigh,
-                                   l2 ? rvpCannyNormL2 : rvpCannyNormL1, bbuf->data());
-          }, px);
-          reg(name, "opencv", s, [=] {
-            cv::Canny(*gray, *theirs, kLow, kHigh, mask == 33 ? 3 : 5, l2);
-          }, px);
+          reg(
+              name, "rvpcv", s,
+              [=] {
+                rvpiCannyBorder_8u_C1R(gray->ptr(), int(gray->step), ours->ptr(), int(ours->step),
+                                       roi, rvpCannySobel, mask, 1, 0, kLow, kHigh,
+                                       l2 ? rvpCannyNormL2 : rvpCannyNormL1, bbuf->data());
+              },
+              px);
+          reg(
+              name, "opencv", s,
+              [=] { cv::Canny(*gray, *theirs, kLow, kHigh, mask == 33 ? 3 : 5, l2); }, px);
         }
     }
   }

@@ -705,7 +705,8 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * rvpiCanny_16s8u_C1R / rvpiCanny_32f8u_C1R (pSrcDx, srcDxStep, pSrcDy, srcDyStep, pDst,
  * dstStep, roiSize, lowThresh, highThresh, pBuffer): from caller-computed derivatives, dx
  * increasing to the right and dy increasing downwards.
- * Checks: pSrcDx, pSrcDy, pDst, pBuffer null -8; size -6; dx, dy steps below 2 (16s) or 4 (32f)
+ * Checks: pSrcDx, pSrcDy, pDst, pBuffer null -8; size -6 (also a region whose buffer size,
+ * below, would not fit 32 bits); dx, dy steps below 2 (16s) or 4 (32f)
  * times the width or dst step below the width -14; dx, dy steps not a multiple of the element
  * size -108; lowThresh < 0, lowThresh > highThresh, or either threshold NaN -5
  * (lowThresh = highThresh is accepted).
@@ -721,7 +722,9 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  *     for 5x5, are read from the caller's image); borderValue is not used by either.
  *   norm rvpCannyNormL1: m = |dx| + |dy|; rvpCannyNormL2: m = the single-precision square
  *     root of the exact integer dx*dx + dy*dy converted to single precision.
- * Checks: pSrc, pDst, pBuffer null -8; size -6; steps below the width -14; mask not 33 or 55
+ * Checks: pSrc, pDst, pBuffer null -8; size -6 (also a region whose buffer size would not
+ * fit 32 bits, judged for mask 55 when it is given, else for 33); steps below the width -14;
+ * mask not 33 or 55
  * -33; borderType not exactly 1 or 6 -225; filterType not Sobel or Scharr -5; Scharr with
  * mask 55 -33; norm not L1 or L2 -5; thresholds as above -5.
  *

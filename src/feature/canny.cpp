@@ -159,8 +159,7 @@ struct BorderedImage {
 };
 
 template <class Source>
-void detect(const Source& src, RvpiSize roi, float high, Rvp8u* dst, int dst_step,
-            const Work& k) {
+void detect(const Source& src, RvpiSize roi, float high, Rvp8u* dst, int dst_step, const Work& k) {
   const int w = roi.width, h = roi.height;
   const int64_t ms = int64_t{w} + 2;
   std::memset(k.map, 0, ms);
@@ -211,12 +210,12 @@ RvpStatus canny_derivatives(const T* dx, int dx_step, const T* dy, int dy_step, 
                             int dst_step, RvpiSize roi, float low, float high, Rvp8u* buffer) {
   if (auto st = any_null(dx, dy, dst, buffer)) return st;
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<T>(dx_step, roi), image<T>(dy_step, roi),
-                             image<Rvp8u>(dst_step, roi)}))
+  const int64_t total = buffer_bytes(roi);
+  if (total < 0) return rvpStsSizeErr;  // no buffer of that size can exist
+  if (auto st = check_steps(
+          {image<T>(dx_step, roi), image<T>(dy_step, roi), image<Rvp8u>(dst_step, roi)}))
     return st;
   if (auto st = check_thresholds(low, high)) return st;
-  const int64_t total = buffer_bytes(roi);
-  if (total < 0) return rvpStsSizeErr;  // no buffer of that size can have been made
   const Work k = carve(buffer, total, roi, false);
   detect(DerivativeImages<T>{dx, dx_step, dy, dy_step, roi.width, low}, roi, high, dst, dst_step,
          k);
@@ -230,12 +229,14 @@ RvpStatus mask_side(int mask, int* m) {
 }
 
 RvpStatus canny_border(const Rvp8u* src, int src_step, Rvp8u* dst, int dst_step, RvpiSize roi,
-                       int filter_type, int mask, int border_type, float low, float high,
-                       int norm, Rvp8u* buffer) {
+                       int filter_type, int mask, int border_type, float low, float high, int norm,
+                       Rvp8u* buffer) {
   if (auto st = any_null(src, dst, buffer)) return st;
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<Rvp8u>(src_step, roi), image<Rvp8u>(dst_step, roi)}))
-    return st;
+  // With the size checks: a region whose buffer size would not fit 32 bits (judged for the
+  // 5x5 size when the mask asks for it, else for the 3x3 size).
+  if (border_buffer_bytes(roi, mask == 55 ? 5 : 3) < 0) return rvpStsSizeErr;
+  if (auto st = check_steps({image<Rvp8u>(src_step, roi), image<Rvp8u>(dst_step, roi)})) return st;
   int m = 3;
   if (auto st = mask_side(mask, &m)) return st;
   if (auto st = filter::check_border(border_type, filter::BorderFamily::Canny)) return st;
@@ -244,7 +245,6 @@ RvpStatus canny_border(const Rvp8u* src, int src_step, Rvp8u* dst, int dst_step,
   if (norm != rvpCannyNormL1 && norm != rvpCannyNormL2) return rvpStsBadArgErr;
   if (auto st = check_thresholds(low, high)) return st;
   const int64_t total = border_buffer_bytes(roi, m);
-  if (total < 0) return rvpStsSizeErr;
 
   const Work k = carve(buffer, total, roi, true);
   const filter::Border border = filter::resolve_border(border_type);
@@ -291,15 +291,15 @@ RvpStatus rvpiCannyBorderGetSize(RvpiSize roiSize, int mask, int* pBufferSize) {
 RvpStatus rvpiCanny_16s8u_C1R(const Rvp16s* pSrcDx, int srcDxStep, const Rvp16s* pSrcDy,
                               int srcDyStep, Rvp8u* pDst, int dstStep, RvpiSize roiSize,
                               Rvp32f lowThresh, Rvp32f highThresh, Rvp8u* pBuffer) {
-  return canny_derivatives(pSrcDx, srcDxStep, pSrcDy, srcDyStep, pDst, dstStep, roiSize,
-                           lowThresh, highThresh, pBuffer);
+  return canny_derivatives(pSrcDx, srcDxStep, pSrcDy, srcDyStep, pDst, dstStep, roiSize, lowThresh,
+                           highThresh, pBuffer);
 }
 
 RvpStatus rvpiCanny_32f8u_C1R(const Rvp32f* pSrcDx, int srcDxStep, const Rvp32f* pSrcDy,
                               int srcDyStep, Rvp8u* pDst, int dstStep, RvpiSize roiSize,
                               Rvp32f lowThresh, Rvp32f highThresh, Rvp8u* pBuffer) {
-  return canny_derivatives(pSrcDx, srcDxStep, pSrcDy, srcDyStep, pDst, dstStep, roiSize,
-                           lowThresh, highThresh, pBuffer);
+  return canny_derivatives(pSrcDx, srcDxStep, pSrcDy, srcDyStep, pDst, dstStep, roiSize, lowThresh,
+                           highThresh, pBuffer);
 }
 
 RvpStatus rvpiCannyBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst, int dstStep,

@@ -186,8 +186,8 @@ namespace avx2 {
 // Low bytes of the eight 32-bit lanes, stored as eight bytes.
 inline void store8_lanes_u8(uint8_t* p, __m256i v) {
   const __m256i sh = _mm256_shuffle_epi8(
-      v, _mm256_setr_epi8(0, 4, 8, 12, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 0, 4, 8,
-                          12, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1));
+      v, _mm256_setr_epi8(0, 4, 8, 12, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 0, 4, 8, 12,
+                          -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1));
   const __m128i b = _mm_unpacklo_epi32(_mm256_castsi256_si128(sh), _mm256_extracti128_si256(sh, 1));
   _mm_storel_epi64(reinterpret_cast<__m128i*>(p), b);
 }
@@ -252,16 +252,24 @@ inline void magnitude_row(const T* dx, const T* dy, int n, float low, Norm norm,
 // Candidates get kWeak, those above `high` kStrong.
 
 namespace ref {
-inline void suppress_row(const float* prev, const float* cur, const float* next,
-                         const uint8_t* dir, int n, float high, uint8_t* map) {
+inline void suppress_row(const float* prev, const float* cur, const float* next, const uint8_t* dir,
+                         int n, float high, uint8_t* map) {
   for (int x = 0; x < n; ++x) {
     const float m = cur[x];
     bool c;
     switch (dir[x]) {
-      case kDirHoriz: c = cur[x - 1] < m && cur[x + 1] <= m; break;
-      case kDirVert: c = prev[x] < m && next[x] <= m; break;
-      case kDirDiagOpp: c = next[x - 1] < m && prev[x + 1] < m; break;
-      default: c = next[x + 1] < m && prev[x - 1] < m; break;
+      case kDirHoriz:
+        c = cur[x - 1] < m && cur[x + 1] <= m;
+        break;
+      case kDirVert:
+        c = prev[x] < m && next[x] <= m;
+        break;
+      case kDirDiagOpp:
+        c = next[x - 1] < m && prev[x + 1] < m;
+        break;
+      default:
+        c = next[x + 1] < m && prev[x - 1] < m;
+        break;
     }
     map[x] = !c ? kNone : (m > high ? kStrong : kWeak);
   }
@@ -269,8 +277,8 @@ inline void suppress_row(const float* prev, const float* cur, const float* next,
 }  // namespace ref
 
 namespace avx2 {
-inline void suppress_row(const float* prev, const float* cur, const float* next,
-                         const uint8_t* dir, int n, float high, uint8_t* map) {
+inline void suppress_row(const float* prev, const float* cur, const float* next, const uint8_t* dir,
+                         int n, float high, uint8_t* map) {
   const __m256 vhigh = _mm256_set1_ps(high);
   const __m256i weak = _mm256_set1_epi32(kWeak), strong_bit = _mm256_set1_epi32(1);
   int x = 0;
@@ -291,7 +299,8 @@ inline void suppress_row(const float* prev, const float* cur, const float* next,
     const __m256 diagonal = _mm256_blendv_ps(c2, c3, b0);
     const __m256i c = _mm256_castps_si256(_mm256_blendv_ps(straight, diagonal, b1));
     const __m256i s = _mm256_castps_si256(_mm256_cmp_ps(m, vhigh, _CMP_GT_OQ));
-    const __m256i code = _mm256_and_si256(c, _mm256_or_si256(weak, _mm256_and_si256(s, strong_bit)));
+    const __m256i code =
+        _mm256_and_si256(c, _mm256_or_si256(weak, _mm256_and_si256(s, strong_bit)));
     store8_lanes_u8(map + x, code);
   }
   if (x < n) ref::suppress_row(prev + x, cur + x, next + x, dir + x, n - x, high, map + x);

@@ -31,8 +31,8 @@ std::vector<Photo> photos(bool* have_doc_images) {
   out.push_back({"astronaut", cv::imread(RVPCV_DATA_DIR "/astronaut.png", cv::IMREAD_GRAYSCALE)});
   const char* dir = "/usr/share/doc/opencv-doc/examples/data/";
   *have_doc_images = false;
-  for (const char* f : {"baboon.jpg", "building.jpg", "fruits.jpg", "messi5.jpg", "home.jpg",
-                        "butterfly.jpg"}) {
+  for (const char* f :
+       {"baboon.jpg", "building.jpg", "fruits.jpg", "messi5.jpg", "home.jpg", "butterfly.jpg"}) {
     cv::Mat m = cv::imread(std::string(dir) + f, cv::IMREAD_GRAYSCALE);
     if (m.empty()) continue;
     *have_doc_images = true;
@@ -63,8 +63,8 @@ cv::Mat ours_from_image(const cv::Mat& img, int filter, int mask, int norm, floa
   EXPECT_EQ(rvpiCannyBorderGetSize(roi, mask, &size), rvpStsNoErr);
   std::vector<Rvp8u> buf(size);
   cv::Mat out(img.size(), CV_8U);
-  EXPECT_EQ(rvpiCannyBorder_8u_C1R(img.ptr(), int(img.step), out.ptr(), int(out.step), roi,
-                                   filter, mask, 1, 0, lo, hi, norm, buf.data()),
+  EXPECT_EQ(rvpiCannyBorder_8u_C1R(img.ptr(), int(img.step), out.ptr(), int(out.step), roi, filter,
+                                   mask, 1, 0, lo, hi, norm, buf.data()),
             rvpStsNoErr);
   return out;
 }
@@ -96,9 +96,10 @@ TEST(CannyXcheck, FromDerivativesMatchesOpenCV) {
       cv::Canny(dx, dy, theirs, 50, 150, false);
       const double same = identical(ours_from_derivatives(dx, dy, 50, 150), theirs);
       const double above = identical(ours_from_derivatives(dx, dy, 50.5f, 150), theirs);
-      std::printf("  derivatives %-14s ksize %2d thresholds 50 150: identical %.6f "
-                  "(low threshold excluded: %.6f)\n",
-                  p.name.c_str(), ksize, same, above);
+      std::printf(
+          "  derivatives %-14s ksize %2d thresholds 50 150: identical %.6f "
+          "(low threshold excluded: %.6f)\n",
+          p.name.c_str(), ksize, same, above);
       EXPECT_EQ(above, 1.0);
       EXPECT_GT(same, 0.99);
     }

@@ -23,7 +23,9 @@ using rvpt::GuardedBuffer;
 using rvpt::GuardedImage;
 using rvpt::TestImage;
 
-int rnd(std::mt19937& rng, int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); }
+int rnd(std::mt19937& rng, int lo, int hi) {
+  return std::uniform_int_distribution<int>(lo, hi)(rng);
+}
 
 // ---- kernels --------------------------------------------------------------------------------
 
@@ -72,8 +74,10 @@ TEST(CannyKernels, MagnitudeAvxMatchesScalar) {
         dx[i] = rvpt::special_float(rng);
         dy[i] = rnd(rng, 0, 3) == 0 ? dx[i] * 0.5f : rvpt::special_float(rng);
       }
-      k::ref::magnitude_row(dx.data() + off, dy.data() + off, n, low, k::Norm::L1, m1.data(), d1.data());
-      k::avx2::magnitude_row(dx.data() + off, dy.data() + off, n, low, k::Norm::L1, m2.data(), d2.data());
+      k::ref::magnitude_row(dx.data() + off, dy.data() + off, n, low, k::Norm::L1, m1.data(),
+                            d1.data());
+      k::avx2::magnitude_row(dx.data() + off, dy.data() + off, n, low, k::Norm::L1, m2.data(),
+                             d2.data());
     } else {
       // 16s: full range for L1, the bordered form's range for L2; small values for sector edges.
       const bool l2 = trial % 3 == 1;
@@ -196,8 +200,8 @@ void check_against_reference(int seed) {
     std::vector<Rvp8u> buf(size + 7);
     float lo = float(rnd(rng, 0, 30)), hi = lo + float(rnd(rng, 0, 40));
     if (trial % 7 == 0) hi = lo;
-    ASSERT_EQ(call_canny(dx.ptr(), dx.step(), dy.ptr(), dy.step(), dst.ptr(), dst.step(),
-                         {w, h}, lo, hi, buf.data() + trial % 7),
+    ASSERT_EQ(call_canny(dx.ptr(), dx.step(), dy.ptr(), dy.step(), dst.ptr(), dst.step(), {w, h},
+                         lo, hi, buf.data() + trial % 7),
               rvpStsNoErr);
     const auto want = rvpt::canny_reference(as_floats(dx), as_floats(dy), w, h, lo, hi);
     for (int y = 0; y < h; ++y)
@@ -206,8 +210,7 @@ void check_against_reference(int seed) {
             << w << "x" << h << " at " << x << "," << y << " trial " << trial;
     // Row padding untouched.
     for (int y = 0; y < h; ++y)
-      for (int x = w; x < dst.step(); ++x)
-        ASSERT_EQ(dst.row(y)[x], TestImage<Rvp8u>::kMarker);
+      for (int x = w; x < dst.step(); ++x) ASSERT_EQ(dst.row(y)[x], TestImage<Rvp8u>::kMarker);
   }
 }
 
@@ -237,13 +240,13 @@ TEST(Canny, SpecialFloatsMatchReference) {
 // ---- the documented rules on hand-made inputs -------------------------------------------------
 
 // Runs the 16s detector on derivative images given as row-major vectors.
-std::vector<uint8_t> detect16(const std::vector<int16_t>& dx, const std::vector<int16_t>& dy,
-                              int w, int h, float lo, float hi) {
+std::vector<uint8_t> detect16(const std::vector<int16_t>& dx, const std::vector<int16_t>& dy, int w,
+                              int h, float lo, float hi) {
   int size = 0;
   rvpiCannyGetSize({w, h}, &size);
   std::vector<Rvp8u> buf(size), dst(size_t(w) * h, 1);
-  EXPECT_EQ(rvpiCanny_16s8u_C1R(dx.data(), 2 * w, dy.data(), 2 * w, dst.data(), w, {w, h}, lo,
-                                hi, buf.data()),
+  EXPECT_EQ(rvpiCanny_16s8u_C1R(dx.data(), 2 * w, dy.data(), 2 * w, dst.data(), w, {w, h}, lo, hi,
+                                buf.data()),
             rvpStsNoErr);
   return dst;
 }
@@ -284,8 +287,8 @@ TEST(Canny, DiagonalDirectionFollowsTheSigns) {
         dy[c + corner] = 20;
         const auto e = detect16(dx, dy, w, h, 1, 1);
         const bool same = sx == sy;
-        const bool on_axis = same ? (corner == -w - 1 || corner == w + 1)
-                                  : (corner == -w + 1 || corner == w - 1);
+        const bool on_axis =
+            same ? (corner == -w - 1 || corner == w + 1) : (corner == -w + 1 || corner == w - 1);
         EXPECT_EQ(e[c], on_axis ? 0 : 255) << sx << " " << sy << " " << corner;
       }
 }
@@ -416,9 +419,11 @@ void filter_derivatives(const std::vector<Rvp8u>& img, int W, int H, int margin,
     rvpiFilterScharrVertGetBufferSize_8u16s_C1R({w, h}, &size);
     std::vector<Rvp8u> buf(size);
     ASSERT_EQ(rvpiFilterScharrVertBorder_8u16s_C1R(roi, W, gx.data(), 2 * w, {w, h}, c.border, 0,
-                                                   buf.data()), 0);
-    ASSERT_EQ(rvpiFilterScharrHorizBorder_8u16s_C1R(roi, W, gy.data(), 2 * w, {w, h}, c.border,
-                                                    0, buf.data()), 0);
+                                                   buf.data()),
+              0);
+    ASSERT_EQ(rvpiFilterScharrHorizBorder_8u16s_C1R(roi, W, gy.data(), 2 * w, {w, h}, c.border, 0,
+                                                    buf.data()),
+              0);
   } else {
     std::vector<Rvp8u> t(img.size());
     for (int y = 0; y < H; ++y)
@@ -429,10 +434,12 @@ void filter_derivatives(const std::vector<Rvp8u>& img, int W, int H, int margin,
     std::vector<Rvp8u> buf(std::max(size, s2));
     std::vector<Rvp16s> ty(size_t(w) * h);
     ASSERT_EQ(rvpiFilterSobelNegVertBorder_8u16s_C1R(roi, W, gx.data(), 2 * w, {w, h}, c.mask,
-                                                     c.border, 0, buf.data()), 0);
-    ASSERT_EQ(rvpiFilterSobelNegVertBorder_8u16s_C1R(t.data() + size_t(margin) * H + margin, H,
-                                                     ty.data(), 2 * h, {h, w}, c.mask, c.border,
-                                                     0, buf.data()), 0);
+                                                     c.border, 0, buf.data()),
+              0);
+    ASSERT_EQ(
+        rvpiFilterSobelNegVertBorder_8u16s_C1R(t.data() + size_t(margin) * H + margin, H, ty.data(),
+                                               2 * h, {h, w}, c.mask, c.border, 0, buf.data()),
+        0);
     for (auto& v : gx) v = Rvp16s(-v);
     for (int y = 0; y < h; ++y)
       for (int x = 0; x < w; ++x) gy[size_t(y) * w + x] = Rvp16s(-ty[size_t(x) * h + y]);
@@ -444,8 +451,8 @@ void filter_derivatives(const std::vector<Rvp8u>& img, int W, int H, int margin,
 TEST(CannyBorder, MatchesFilterDerivativesAndReference) {
   std::mt19937 rng(7);
   const BorderCase cases[] = {
-      {rvpCannySobel, 33, 1, rvpCannyNormL1}, {rvpCannySobel, 33, 6, rvpCannyNormL2},
-      {rvpCannySobel, 55, 1, rvpCannyNormL2}, {rvpCannySobel, 55, 6, rvpCannyNormL1},
+      {rvpCannySobel, 33, 1, rvpCannyNormL1},  {rvpCannySobel, 33, 6, rvpCannyNormL2},
+      {rvpCannySobel, 55, 1, rvpCannyNormL2},  {rvpCannySobel, 55, 6, rvpCannyNormL1},
       {rvpCannyScharr, 33, 1, rvpCannyNormL1}, {rvpCannyScharr, 33, 6, rvpCannyNormL2}};
   for (const BorderCase& c : cases)
     for (int trial = 0; trial < 40; ++trial) {
@@ -458,7 +465,8 @@ TEST(CannyBorder, MatchesFilterDerivativesAndReference) {
       for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x) {
           const bool in = (x - cx) * (x - cx) + (y - cy) * (y - cy) < rad * rad;
-          img[size_t(y) * W + x] = Rvp8u(std::clamp(40 + 3 * x + (in ? 120 : 0) + rnd(rng, -6, 6), 0, 255));
+          img[size_t(y) * W + x] =
+              Rvp8u(std::clamp(40 + 3 * x + (in ? 120 : 0) + rnd(rng, -6, 6), 0, 255));
         }
       std::vector<float> dx, dy;
       filter_derivatives(img, W, H, margin, w, h, c, &dx, &dy);
@@ -466,13 +474,13 @@ TEST(CannyBorder, MatchesFilterDerivativesAndReference) {
       int size = 0;
       ASSERT_EQ(rvpiCannyBorderGetSize({w, h}, c.mask, &size), rvpStsNoErr);
       std::vector<Rvp8u> buf(size), dst(size_t(w) * h, 3);
-      ASSERT_EQ(rvpiCannyBorder_8u_C1R(img.data() + size_t(margin) * W + margin, W, dst.data(), w,
-                                       {w, h}, c.filter, c.mask, c.border, 0, lo, hi, c.norm,
-                                       buf.data()),
-                rvpStsNoErr);
+      ASSERT_EQ(
+          rvpiCannyBorder_8u_C1R(img.data() + size_t(margin) * W + margin, W, dst.data(), w, {w, h},
+                                 c.filter, c.mask, c.border, 0, lo, hi, c.norm, buf.data()),
+          rvpStsNoErr);
       const auto want = rvpt::canny_reference(dx, dy, w, h, lo, hi, c.norm == rvpCannyNormL2);
-      ASSERT_EQ(dst, want) << "filter " << c.filter << " mask " << c.mask << " border "
-                           << c.border << " " << w << "x" << h;
+      ASSERT_EQ(dst, want) << "filter " << c.filter << " mask " << c.mask << " border " << c.border
+                           << " " << w << "x" << h;
     }
 }
 
@@ -500,10 +508,12 @@ TEST(Canny, GuardedImagesAndExactBuffers) {
         GuardedBuffer gb(size_t(size) + shift, Guard::After);
         Rvp8u* buf = gb.data() + shift;
         ASSERT_EQ(rvpiCanny_16s8u_C1R(dx.ptr(), dx.step(), dy.ptr(), dy.step(), dst.ptr(),
-                                      dst.step(), {w, h}, 30, 80, buf), rvpStsNoErr);
+                                      dst.step(), {w, h}, 30, 80, buf),
+                  rvpStsNoErr);
         std::vector<Rvp8u> a(dst.ptr(), dst.ptr() + size_t(w) * h);
         ASSERT_EQ(rvpiCanny_32f8u_C1R(fx.ptr(), fx.step(), fy.ptr(), fy.step(), dst.ptr(),
-                                      dst.step(), {w, h}, 30, 80, buf), rvpStsNoErr);
+                                      dst.step(), {w, h}, 30, 80, buf),
+                  rvpStsNoErr);
         ASSERT_EQ(a, std::vector<Rvp8u>(dst.ptr(), dst.ptr() + size_t(w) * h));
       }
 
@@ -524,10 +534,10 @@ TEST(Canny, GuardedImagesAndExactBuffers) {
           ASSERT_EQ(rvpiCannyBorder_8u_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {w, h},
                                            rvpCannySobel, mask, 1, 0, 40, 90, rvpCannyNormL2, p),
                     rvpStsNoErr);
-          ASSERT_EQ(rvpiCannyBorder_8u_C1R(big.row(r) + r, big.step(), dst.ptr(), dst.step(),
-                                           {w, h}, rvpCannySobel, mask, 6, 0, 40, 90,
-                                           rvpCannyNormL1, p),
-                    rvpStsNoErr);
+          ASSERT_EQ(
+              rvpiCannyBorder_8u_C1R(big.row(r) + r, big.step(), dst.ptr(), dst.step(), {w, h},
+                                     rvpCannySobel, mask, 6, 0, 40, 90, rvpCannyNormL1, p),
+              rvpStsNoErr);
         }
       }
     }
@@ -582,28 +592,30 @@ TEST(Canny, ChecksInOrderAndNothingWrittenOnError) {
     RvpStatus got16, got32;
   };
   auto c16 = [&](const Rvp16s* a, int as, const Rvp16s* b, int bs, Rvp8u* o, int os, RvpiSize r,
-                 float lo, float hi, Rvp8u* bf) {
-    return rvpiCanny_16s8u_C1R(a, as, b, bs, o, os, r, lo, hi, bf);
-  };
+                 float lo, float hi,
+                 Rvp8u* bf) { return rvpiCanny_16s8u_C1R(a, as, b, bs, o, os, r, lo, hi, bf); };
   auto c32 = [&](const Rvp32f* a, int as, const Rvp32f* b, int bs, Rvp8u* o, int os, RvpiSize r,
-                 float lo, float hi, Rvp8u* bf) {
-    return rvpiCanny_32f8u_C1R(a, as, b, bs, o, os, r, lo, hi, bf);
-  };
+                 float lo, float hi,
+                 Rvp8u* bf) { return rvpiCanny_32f8u_C1R(a, as, b, bs, o, os, r, lo, hi, bf); };
   const float nan = std::numeric_limits<float>::quiet_NaN();
   const Case cases[] = {
       {rvpStsNullPtrErr, c16(nullptr, 0, d.data(), 2 * w, dst.data(), w, {0, 0}, -1, 0, buf.data()),
        c32(f.data(), 4 * w, f.data(), 4 * w, dst.data(), w, roi, 1, 2, nullptr)},
       {rvpStsSizeErr, c16(d.data(), 1, d.data(), 1, dst.data(), 1, {0, h}, -1, 0, buf.data()),
        c32(f.data(), 4 * w, f.data(), 4 * w, dst.data(), w, {w, -1}, 1, 2, buf.data())},
-      {rvpStsStepErr, c16(d.data(), 2 * w, d.data(), 2 * w - 2, dst.data(), w, roi, -1, 0, buf.data()),
+      {rvpStsStepErr,
+       c16(d.data(), 2 * w, d.data(), 2 * w - 2, dst.data(), w, roi, -1, 0, buf.data()),
        c32(f.data(), 4 * w + 2, f.data(), 4 * w, dst.data(), w - 1, roi, -1, 0, buf.data())},
       {rvpStsStepErr, c16(d.data(), -2 * w, d.data(), 2 * w, dst.data(), w, roi, 1, 2, buf.data()),
        c32(f.data(), 4 * w, f.data(), 4 * w - 4, dst.data(), w, roi, 1, 2, buf.data())},
-      {rvpStsNotEvenStepErr, c16(d.data(), 2 * w, d.data(), 2 * w + 1, dst.data(), w, roi, -1, 0, buf.data()),
+      {rvpStsNotEvenStepErr,
+       c16(d.data(), 2 * w, d.data(), 2 * w + 1, dst.data(), w, roi, -1, 0, buf.data()),
        c32(f.data(), 4 * w + 2, f.data(), 4 * w, dst.data(), w, roi, -1, 0, buf.data())},
-      {rvpStsBadArgErr, c16(d.data(), 2 * w, d.data(), 2 * w, dst.data(), w, roi, -1, 0, buf.data()),
+      {rvpStsBadArgErr,
+       c16(d.data(), 2 * w, d.data(), 2 * w, dst.data(), w, roi, -1, 0, buf.data()),
        c32(f.data(), 4 * w, f.data(), 4 * w, dst.data(), w, roi, 3, 2.5f, buf.data())},
-      {rvpStsBadArgErr, c16(d.data(), 2 * w, d.data(), 2 * w, dst.data(), w, roi, nan, 1, buf.data()),
+      {rvpStsBadArgErr,
+       c16(d.data(), 2 * w, d.data(), 2 * w, dst.data(), w, roi, nan, 1, buf.data()),
        c32(f.data(), 4 * w, f.data(), 4 * w, dst.data(), w, roi, 1, nan, buf.data())},
   };
   for (const Case& c : cases) {
@@ -631,6 +643,13 @@ TEST(Canny, ChecksInOrderAndNothingWrittenOnError) {
   EXPECT_EQ(cb(s, w, o, w, roi, rvpCannySobel, 55, 1, 3, 2, 2, b), rvpStsBadArgErr);
   EXPECT_EQ(dst, dst0);
   EXPECT_EQ(buf, buf0);
+
+  // A region too large for a 32-bit buffer size fails with the size checks, before the steps;
+  // 50000000 x 2 fits for the 3x3 mask but not for 5x5.
+  EXPECT_EQ(c16(d.data(), 2, d.data(), 2, o, 1, {40000, 40000}, -1, 0, b), rvpStsSizeErr);
+  EXPECT_EQ(cb(s, 1, o, 1, {40000, 40000}, 9, 34, 2, -1, 2, 7, b), rvpStsSizeErr);
+  EXPECT_EQ(cb(s, 1, o, 1, {50000000, 2}, 0, 55, 1, 1, 2, 1, b), rvpStsSizeErr);
+  EXPECT_EQ(cb(s, 1, o, 1, {50000000, 2}, 0, 33, 1, 1, 2, 1, b), rvpStsStepErr);
 
   int size = -7;
   EXPECT_EQ(rvpiCannyGetSize(roi, nullptr), rvpStsNullPtrErr);

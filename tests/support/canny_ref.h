@@ -13,8 +13,8 @@ namespace rvpt {
 // dx, dy as single-precision values (16-bit inputs converted exactly); `l2` gives the
 // magnitude as sqrt(float(dx*dx + dy*dy)) of the integer values instead of |dx| + |dy|.
 inline std::vector<uint8_t> canny_reference(const std::vector<float>& dx,
-                                            const std::vector<float>& dy, int w, int h,
-                                            float low, float high, bool l2 = false) {
+                                            const std::vector<float>& dy, int w, int h, float low,
+                                            float high, bool l2 = false) {
   std::vector<float> mag(size_t(w + 2) * (h + 2), 0.0f);
   auto M = [&](int x, int y) -> float& { return mag[size_t(y + 1) * (w + 2) + (x + 1)]; };
   for (int y = 0; y < h; ++y)
