@@ -284,6 +284,11 @@ inline void suppress_row(const float* prev, const float* cur, const float* next,
   int x = 0;
   for (; x + 8 <= n; x += 8) {
     const __m256 m = _mm256_loadu_ps(cur + x);
+    // Runs of zero magnitudes (most of a photograph after the low cut) are never candidates.
+    if (_mm256_movemask_ps(_mm256_cmp_ps(m, _mm256_setzero_ps(), _CMP_EQ_OQ)) == 0xFF) {
+      std::memset(map + x, kNone, 8);
+      continue;
+    }
     auto lt = [&](const float* p) { return _mm256_cmp_ps(_mm256_loadu_ps(p), m, _CMP_LT_OQ); };
     auto le = [&](const float* p) { return _mm256_cmp_ps(_mm256_loadu_ps(p), m, _CMP_LE_OQ); };
     const __m256 c0 = _mm256_and_ps(lt(cur + x - 1), le(cur + x + 1));
