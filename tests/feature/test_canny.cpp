@@ -11,6 +11,7 @@
 
 #include "feature/canny.h"
 #include "feature/canny_kernels.h"
+#include "filter/fixed_filters.h"
 #include "rvpcv.h"
 #include "support/canny_ref.h"
 #include "support/guarded.h"
@@ -60,6 +61,27 @@ TEST(CannyKernels, DerivativeAvxMatchesScalar) {
   check_derivative_kernel<rvp::canny::Scharr3>(rng);
 }
 
+// The bordered form's taps are the filter family's SobelVert / SobelHoriz (dx / dy) and
+// ScharrVert / ScharrHoriz kernels.
+template <class F>
+void expect_family_taps(rvp::filter::Fixed fx, rvp::filter::Fixed fy, bool five) {
+  const auto kx = rvp::filter::fixed_kernel(fx, five), ky = rvp::filter::fixed_kernel(fy, five);
+  ASSERT_EQ(kx.K, F::K);
+  for (int i = 0; i < F::K; ++i) {
+    EXPECT_EQ(kx.h[0][i], F::hx[i]);
+    EXPECT_EQ(kx.v[0][i], F::vx[i]);
+    EXPECT_EQ(ky.h[0][i], F::hy[i]);
+    EXPECT_EQ(ky.v[0][i], F::vy[i]);
+  }
+}
+
+TEST(CannyKernels, DerivativeTapsAreTheFilterFamilys) {
+  using rvp::filter::Fixed;
+  expect_family_taps<rvp::canny::Sobel3>(Fixed::SobelVert, Fixed::SobelHoriz, false);
+  expect_family_taps<rvp::canny::Sobel5>(Fixed::SobelVert, Fixed::SobelHoriz, true);
+  expect_family_taps<rvp::canny::Scharr3>(Fixed::ScharrVert, Fixed::ScharrHoriz, false);
+}
+
 TEST(CannyKernels, MagnitudeAvxMatchesScalar) {
   namespace k = rvp::canny;
   std::mt19937 rng(2);
@@ -103,9 +125,12 @@ TEST(CannyKernels, SuppressionOutputAndSeedAvxMatchScalar) {
     const int n = rnd(rng, 1, 70), off = rnd(rng, 0, 7);
     // Few distinct magnitudes so that ties are common; some NaN.
     std::vector<std::vector<float>> rows(3, std::vector<float>(off + n + 2));
+    const bool sparse = trial % 4 == 0;  // long zero runs, as after the low cut on a photograph
     for (auto& r : rows)
       for (auto& v : r)
-        v = rnd(rng, 0, 40) == 0 ? std::numeric_limits<float>::quiet_NaN() : float(rnd(rng, 0, 4));
+        v = rnd(rng, 0, 40) == 0               ? std::numeric_limits<float>::quiet_NaN()
+            : (sparse && rnd(rng, 0, 19) != 0) ? 0.0f
+                                               : float(rnd(rng, 0, 4));
     std::vector<uint8_t> dir(off + n);
     for (auto& d : dir) d = uint8_t(rnd(rng, 0, 3));
     const float high = float(rnd(rng, 0, 4)) - 0.5f * rnd(rng, 0, 1);
@@ -482,6 +507,32 @@ TEST(CannyBorder, MatchesFilterDerivativesAndReference) {
       ASSERT_EQ(dst, want) << "filter " << c.filter << " mask " << c.mask << " border " << c.border
                            << " " << w << "x" << h;
     }
+}
+
+TEST(CannyBorder, WideStripTakesTheWideStack) {
+  // 65540 x 4: 32-bit stack coordinates in the bordered form's smaller buffer.
+  const int w = 65540, h = 4, margin = 2, W = w + 2 * margin, H = h + 2 * margin;
+  ASSERT_TRUE(rvp::canny::wide_stack({w, h}));
+  std::mt19937 rng(9);
+  std::vector<Rvp8u> img(size_t(W) * H);
+  for (int y = 0; y < H; ++y)
+    for (int x = 0; x < W; ++x)
+      img[size_t(y) * W + x] = Rvp8u(((x / 37 + y) % 2 ? 200 : 40) + rnd(rng, -20, 20));
+  for (const BorderCase& c : {BorderCase{rvpCannySobel, 33, 1, rvpCannyNormL1},
+                              BorderCase{rvpCannyScharr, 33, 6, rvpCannyNormL2}}) {
+    std::vector<float> dx, dy;
+    filter_derivatives(img, W, H, margin, w, h, c, &dx, &dy);
+    int size = 0;
+    ASSERT_EQ(rvpiCannyBorderGetSize({w, h}, c.mask, &size), rvpStsNoErr);
+    std::vector<Rvp8u> buf(size), dst(size_t(w) * h, 3);
+    ASSERT_EQ(
+        rvpiCannyBorder_8u_C1R(img.data() + size_t(margin) * W + margin, W, dst.data(), w, {w, h},
+                               c.filter, c.mask, c.border, 0, 100, 400, c.norm, buf.data()),
+        rvpStsNoErr);
+    const auto want = rvpt::canny_reference(dx, dy, w, h, 100, 400, c.norm == rvpCannyNormL2);
+    ASSERT_EQ(dst, want);
+    EXPECT_GT(std::count(dst.begin(), dst.end(), 255), 10000);
+  }
 }
 
 // ---- guarded images and buffers -------------------------------------------------------------
