@@ -134,7 +134,7 @@ TEST(CannyKernels, SuppressionOutputAndSeedAvxMatchScalar) {
     std::vector<uint8_t> dir(off + n);
     for (auto& d : dir) d = uint8_t(rnd(rng, 0, 3));
     const float high = float(rnd(rng, 0, 4)) - 0.5f * rnd(rng, 0, 1);
-    std::vector<uint8_t> a(n), b(n);
+    std::vector<uint8_t> a(n, 0x55), b(n, 0x66);  // every byte must be written
     k::ref::suppress_row(rows[0].data() + off + 1, rows[1].data() + off + 1,
                          rows[2].data() + off + 1, dir.data() + off, n, high, a.data());
     k::avx2::suppress_row(rows[0].data() + off + 1, rows[1].data() + off + 1,
