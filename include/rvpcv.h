@@ -706,10 +706,9 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * dstStep, roiSize, lowThresh, highThresh, pBuffer): from caller-computed derivatives, dx
  * increasing to the right and dy increasing downwards.
  * Checks: pSrcDx, pSrcDy, pDst, pBuffer null -8; size -6 (also a region whose buffer size,
- * below, would not fit 32 bits); dx, dy steps below 2 (16s) or 4 (32f)
- * times the width or dst step below the width -14; dx, dy steps not a multiple of the element
- * size -108; lowThresh < 0, lowThresh > highThresh, or either threshold NaN -5
- * (lowThresh = highThresh is accepted).
+ * below, would not fit 32 bits); dx, dy steps below 2 (16s) or 4 (32f) times the width, or dst
+ * step below the width -14; dx, dy steps not a multiple of the element size -108; lowThresh < 0,
+ * lowThresh > highThresh, or either threshold NaN -5 (lowThresh = highThresh is accepted).
  *
  * rvpiCannyBorder_8u_C1R (pSrc, srcStep, pDst, dstStep, roiSize, filterType, mask, borderType,
  * borderValue, lowThresh, highThresh, norm, pBuffer): computes the derivatives itself.
@@ -724,9 +723,8 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  *     root of the exact integer dx*dx + dy*dy converted to single precision.
  * Checks: pSrc, pDst, pBuffer null -8; size -6 (also a region whose buffer size would not
  * fit 32 bits, judged for mask 55 when it is given, else for 33); steps below the width -14;
- * mask not 33 or 55
- * -33; borderType not exactly 1 or 6 -225; filterType not Sobel or Scharr -5; Scharr with
- * mask 55 -33; norm not L1 or L2 -5; thresholds as above -5.
+ * mask not 33 or 55 -33; borderType not exactly 1 or 6 -225; filterType not Sobel or Scharr
+ * -5; Scharr with mask 55 -33; norm not L1 or L2 -5; thresholds as above -5.
  *
  * The detection, exactly:
  * 1. m = |dx| + |dy| in single precision (16s values converted exactly; the bordered form as
@@ -749,7 +747,8 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  *    does not depend on that order.
  * Outputs of more than 2 MiB, larger than the largest cache, are written with streaming stores.
  *
- * Buffers (W, H the region; R32 rounds up to a multiple of 32; any alignment is accepted):
+ * Buffers (W, H the region; R32 rounds up to a multiple of 32): scratch for one call at a time,
+ * any alignment, no state kept between calls; the result does not depend on the buffer.
  * rvpiCannyGetSize (roiSize, pBufferSize): pBufferSize null -8; size -6; a size beyond 32
  *   bits -6. 5 (W + 2)(H + 2) + 160 + 16 W bytes when W and H are below 65533, otherwise
  *   9 (W + 2)(H + 2) + 160 + 16 W (the hysteresis stack then holds 32-bit coordinates).
