@@ -105,38 +105,50 @@ inline __m256i add_tap(__m256i acc, __m256i v, int c) {
   return _mm256_add_epi16(acc, _mm256_mullo_epi16(v, _mm256_set1_epi16(static_cast<int16_t>(c))));
 }
 
+// Sixteen columns x..x+15, every window inside readable memory.
+template <class F>
+inline void derivative16(const DerivRows& s, int x, int16_t* dx, int16_t* dy) {
+  constexpr int K = F::K, r = K / 2;
+  __m256i sx[K], sy[K];
+#pragma GCC unroll 5
+  for (int j = 0; j < K; ++j) {
+    sx[j] = _mm256_setzero_si256();
+    sy[j] = _mm256_setzero_si256();
+#pragma GCC unroll 5
+    for (int k = 0; k < K; ++k) {
+      if (F::hx[j] == 0 && F::hy[j] == 0) continue;
+      const __m256i p = _mm256_cvtepu8_epi16(
+          _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.rows[k] + x + j - r)));
+      if (F::hx[j] != 0) sx[j] = add_tap(sx[j], p, F::vx[k]);
+      if (F::hy[j] != 0) sy[j] = add_tap(sy[j], p, F::vy[k]);
+    }
+  }
+  __m256i ax = _mm256_setzero_si256(), ay = _mm256_setzero_si256();
+#pragma GCC unroll 5
+  for (int j = 0; j < K; ++j) {
+    ax = add_tap(ax, sx[j], F::hx[j]);
+    ay = add_tap(ay, sy[j], F::hy[j]);
+  }
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(dx + x), ax);
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(dy + x), ay);
+}
+
 template <class F>
 inline void derivative_row(const DerivRows& s, int16_t* dx, int16_t* dy) {
-  constexpr int K = F::K, r = K / 2;
+  constexpr int r = F::K / 2;
   const int w = s.width;
-  // Columns whose whole window lies in readable memory run in vectors of 16.
+  // Columns whose whole window lies in readable memory run in vectors of 16; the last vector
+  // overlaps the one before instead of leaving a scalar remainder (it recomputes equal values).
   const int lo = s.in_memory ? 0 : r;
   const int hi = s.in_memory ? w : w - r;  // exclusive end of the vector range
   int x = 0;
   for (; x < lo && x < w; ++x) derivative_px<F>(s, x, dx + x, dy + x);
-  for (; x + 16 <= hi; x += 16) {
-    __m256i sx[K], sy[K];
-#pragma GCC unroll 5
-    for (int j = 0; j < K; ++j) {
-      sx[j] = _mm256_setzero_si256();
-      sy[j] = _mm256_setzero_si256();
-#pragma GCC unroll 5
-      for (int k = 0; k < K; ++k) {
-        if (F::hx[j] == 0 && F::hy[j] == 0) continue;
-        const __m256i p = _mm256_cvtepu8_epi16(
-            _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.rows[k] + x + j - r)));
-        if (F::hx[j] != 0) sx[j] = add_tap(sx[j], p, F::vx[k]);
-        if (F::hy[j] != 0) sy[j] = add_tap(sy[j], p, F::vy[k]);
-      }
+  if (hi - x >= 16) {
+    for (; x + 16 <= hi; x += 16) derivative16<F>(s, x, dx, dy);
+    if (x < hi) {
+      derivative16<F>(s, hi - 16, dx, dy);
+      x = hi;
     }
-    __m256i ax = _mm256_setzero_si256(), ay = _mm256_setzero_si256();
-#pragma GCC unroll 5
-    for (int j = 0; j < K; ++j) {
-      ax = add_tap(ax, sx[j], F::hx[j]);
-      ay = add_tap(ay, sy[j], F::hy[j]);
-    }
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dx + x), ax);
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dy + x), ay);
   }
   for (; x < w; ++x) derivative_px<F>(s, x, dx + x, dy + x);
 }
