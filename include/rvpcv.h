@@ -1129,6 +1129,80 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * Canny edge detector (src/feature/canny.cpp)
  * ========================================================================================== */
 /* section:canny (declarations follow this line) */
+/* ---- Canny edge detector -----------------------------------------------------------------
+ * Marks edge pixels of the region with 255 and every other pixel with 0.
+ *
+ * rvpiCanny_16s8u_C1R / rvpiCanny_32f8u_C1R (pSrcDx, srcDxStep, pSrcDy, srcDyStep, pDst,
+ * dstStep, roiSize, lowThresh, highThresh, pBuffer): from caller-computed derivatives, dx
+ * increasing to the right and dy increasing downwards.
+ * Checks: pSrcDx, pSrcDy, pDst, pBuffer null -8; size -6 (also a region whose buffer size,
+ * below, would not fit 32 bits); dx, dy steps below 2 (16s) or 4 (32f) times the width, or dst
+ * step below the width -14; dx, dy steps not a multiple of the element size -108; lowThresh < 0,
+ * lowThresh > highThresh, or either threshold NaN -5 (lowThresh = highThresh is accepted).
+ *
+ * rvpiCannyBorder_8u_C1R (pSrc, srcStep, pDst, dstStep, roiSize, filterType, mask, borderType,
+ * borderValue, lowThresh, highThresh, norm, pBuffer): computes the derivatives itself.
+ *   filterType rvpCannySobel: dx = (-1 0 1 horizontally x 1 2 1 vertically), dy = (1 2 1 x
+ *     -1 0 1) for mask 33; dx = (-1 -2 0 2 1 x 1 4 6 4 1), dy = (1 4 6 4 1 x -1 -2 0 2 1) for
+ *     mask 55: the 8u16s results of the SobelVert / SobelHoriz kernels of the filters above.
+ *   filterType rvpCannyScharr (mask 33 only): dx = (-1 0 1 x 3 10 3), dy = (3 10 3 x -1 0 1),
+ *     the 8u16s ScharrVert / ScharrHoriz results.
+ *   borderType 1 (replicate) or 6 (the K/2 rows and columns around the region, 1 for 3x3 and 2
+ *     for 5x5, are read from the caller's image); borderValue is not used by either.
+ *   norm rvpCannyNormL1: m = |dx| + |dy|; rvpCannyNormL2: m = the single-precision square
+ *     root of the exact integer dx*dx + dy*dy converted to single precision.
+ * Checks: pSrc, pDst, pBuffer null -8; size -6 (also a region whose buffer size would not
+ * fit 32 bits, judged for mask 55 when it is given, else for 33); steps below the width -14;
+ * mask not 33 or 55 -33; borderType not exactly 1 or 6 -225; filterType not Sobel or Scharr
+ * -5; Scharr with mask 55 -33; norm not L1 or L2 -5; thresholds as above -5.
+ *
+ * The detection, exactly:
+ * 1. m = |dx| + |dy| in single precision (16s values converted exactly; the bordered form as
+ *    chosen by norm). m < lowThresh becomes 0; a magnitude equal to lowThresh stays.
+ * 2. Non-maximum suppression with ax = |dx|, ay = |dy| in single precision:
+ *    ay < ax * 0.41421357f: candidate when m(left) < m and m(right) <= m;
+ *    else ay > ax * 2.4142137f: candidate when m(above) < m and m(below) <= m;
+ *    else, when the sign bits of dx and dy differ (a 32f -0.0 counts as negative): candidate
+ *    when m(below-left) < m and m(above-right) < m; otherwise when m(below-right) < m and
+ *    m(above-left) < m. A zero magnitude is never a candidate; a NaN magnitude never is, and a
+ *    NaN neighbour blocks its pixel (every comparison with NaN fails).
+ * 3. Frame: every pixel of the region can be an edge, the first and last rows and columns
+ *    included; neighbours outside the region have magnitude 0 and are never candidates, so an
+ *    edge never continues through the outside.
+ * 4. Strong candidates are those with m > highThresh strictly: a magnitude equal to highThresh
+ *    is a candidate but no seed.
+ * 5. Hysteresis: every candidate 8-connected through candidates to a strong candidate is an
+ *    edge (255); the growth is depth-first from each strong candidate, neighbours in the order
+ *    above-left, above, above-right, left, right, below-left, below, below-right. The result
+ *    does not depend on that order.
+ * Outputs of more than 2 MiB, larger than the largest cache, are written with streaming stores.
+ *
+ * Buffers (W, H the region; R32 rounds up to a multiple of 32): scratch for one call at a time,
+ * any alignment, no state kept between calls; the result does not depend on the buffer.
+ * rvpiCannyGetSize (roiSize, pBufferSize): pBufferSize null -8; size -6; a size beyond 32
+ *   bits -6. 5 (W + 2)(H + 2) + 160 + 16 W bytes when W and H are below 65533, otherwise
+ *   9 (W + 2)(H + 2) + 160 + 16 W (the hysteresis stack then holds 32-bit coordinates).
+ * rvpiCannyBorderGetSize (roiSize, mask, pBufferSize): pBufferSize null -8; size -6; mask not
+ *   33 or 55 -33; a size beyond 32 bits -6. With m = 3 or 5, A = W - 1 + m, B = (H - 1 + m) A:
+ *   R32(16 A) + R32(B) + R32(4 B) + 64, plus R32(B) when min(W, H) < m. The size does not
+ *   depend on the filter type. */
+enum { rvpCannySobel = 0, rvpCannyScharr = 1 };
+enum { rvpCannyNormL1 = 1, rvpCannyNormL2 = 2 };
+RVPCV_API RvpStatus rvpiCannyGetSize(RvpiSize roiSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiCanny_16s8u_C1R(const Rvp16s* pSrcDx, int srcDxStep,
+                                        const Rvp16s* pSrcDy, int srcDyStep, Rvp8u* pDst,
+                                        int dstStep, RvpiSize roiSize, Rvp32f lowThresh,
+                                        Rvp32f highThresh, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiCanny_32f8u_C1R(const Rvp32f* pSrcDx, int srcDxStep,
+                                        const Rvp32f* pSrcDy, int srcDyStep, Rvp8u* pDst,
+                                        int dstStep, RvpiSize roiSize, Rvp32f lowThresh,
+                                        Rvp32f highThresh, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiCannyBorderGetSize(RvpiSize roiSize, int mask, int* pBufferSize);
+RVPCV_API RvpStatus rvpiCannyBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                           int dstStep, RvpiSize roiSize, int filterType,
+                                           int mask, RvpiBorderType borderType,
+                                           Rvp8u borderValue, Rvp32f lowThresh,
+                                           Rvp32f highThresh, int norm, Rvp8u* pBuffer);
 
 
 /* ============================================================================================
