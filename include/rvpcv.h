@@ -289,6 +289,174 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  * Gaussian pyramids and pyramid layers (src/filter/pyramid.cpp)
  * ========================================================================================== */
 /* section:pyramid (declarations follow this line) */
+/* Level sizes, 5x5 Gaussian pyramid levels and general pyramid layers.
+ *
+ * rvpiPyrDown_Gauss5x5_*: dst is ceil(w/2) x ceil(h/2); dst(X, Y) is the 5x5 sum of
+ * w(i)w(j) src(2X + i - 2, 2Y + j - 2), w = 1 4 6 4 1, with positions outside the source
+ * mirrored without repeating the edge pixel (-1 reads 1, w reads w - 2; a one-pixel row or
+ * column repeats its pixel; the reflection repeats, so 2-pixel images fold back too).
+ * Integer types: (sum + 128) >> 8 (halves round up). 32f: each pass adds in the order
+ * ((((p0 + 4p1) + 6p2) + 4p3) + p4), vertical pass first, then the sum is multiplied by 1/256;
+ * there is no saturation (a float sum may overflow to infinity for |p| near FLT_MAX).
+ * rvpiPyrUp_Gauss5x5_*: dst is 2w x 2h; even outputs take p(X-1) + 6p(X) + p(X+1), odd
+ * outputs 4p(X) + 4p(X+1) in each direction (vertical pass first; 32f adds in that order),
+ * same mirror rule at every side, integer result (sum + 32) >> 6, 32f sum * (1/64).
+ * Checks: pSrc, pDst, pBuffer null -8; size -6; srcStep then dstStep against their row
+ * widths -14, then (32f) against the element size -108. Three-channel forms treat the
+ * interleaved channels independently. pBuffer: any alignment, of the queried size.
+ *
+ * rvpiPyrDownGetBufSize_Gauss5x5 / rvpiPyrUpGetBufSize_Gauss5x5 (roiWidth, dataType,
+ * numChannels, pBufSize): pBufSize null -8, roiWidth < 1 -6, numChannels not 1 or 3 -53,
+ * dataType not rvp8u, rvp8s or rvp32f -12. Down: 6 * R16(4 * roiWidth * numChannels) + 64
+ * bytes (R16: rounded up to a multiple of 16). Up: 4 * R32(4 * (roiWidth + 2) * numChannels)
+ * + 64 bytes. A size that does not fit an int is -6. The source width used by the processing
+ * call must not exceed roiWidth.
+ *
+ * rvpiGetPyramidUpROI (srcRoi, pDstRoiMin, pDstRoiMax, rate): for each of width and height n,
+ * with single-precision products truncated: min = 1 if n = 1, else
+ * max(trunc((n - 1) * rate) + 1, n + 1); max = max(trunc(n * rate), n + 1).
+ * rvpiGetPyramidDownROI (srcRoi, pDstRoi, rate): starts from max(1, trunc(0.5 + n / rate))
+ * (single precision) per dimension and steps it down or up until the source size lies in the
+ * up range of the result. Both: output pointer null -8, size -6, rate not in (1, 10] (NaN
+ * included) -5. */
+RVPCV_API RvpStatus rvpiGetPyramidDownROI(RvpiSize srcRoi, RvpiSize* pDstRoi, Rvp32f rate);
+RVPCV_API RvpStatus rvpiGetPyramidUpROI(RvpiSize srcRoi, RvpiSize* pDstRoiMin,
+                                        RvpiSize* pDstRoiMax, Rvp32f rate);
+RVPCV_API RvpStatus rvpiPyrDownGetBufSize_Gauss5x5(int roiWidth, RvpDataType dataType,
+                                                   int numChannels, int* pBufSize);
+RVPCV_API RvpStatus rvpiPyrUpGetBufSize_Gauss5x5(int roiWidth, RvpDataType dataType,
+                                                 int numChannels, int* pBufSize);
+RVPCV_API RvpStatus rvpiPyrDown_Gauss5x5_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                                int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrDown_Gauss5x5_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                                int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrDown_Gauss5x5_8s_C1R(const Rvp8s* pSrc, int srcStep, Rvp8s* pDst,
+                                                int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrDown_Gauss5x5_8s_C3R(const Rvp8s* pSrc, int srcStep, Rvp8s* pDst,
+                                                int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrDown_Gauss5x5_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                                 int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrDown_Gauss5x5_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                                 int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrUp_Gauss5x5_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                              int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrUp_Gauss5x5_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+                                              int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrUp_Gauss5x5_8s_C1R(const Rvp8s* pSrc, int srcStep, Rvp8s* pDst,
+                                              int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrUp_Gauss5x5_8s_C3R(const Rvp8s* pSrc, int srcStep, Rvp8s* pDst,
+                                              int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrUp_Gauss5x5_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                               int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiPyrUp_Gauss5x5_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+                                               int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+
+/* Pyramid record: arrays of level + 1 entries carved from one block. pRoi[0] is the base size
+ * and pRoi[i] = rvpiGetPyramidDownROI(pRoi[i-1], rate); pRate[i] = rate^i in double. pImage
+ * and pStep start null and 0: the caller attaches each level's image (cast to its element
+ * type) and step; pState is the caller's (e.g. a layer state). rvpiPyramidFree releases the
+ * block only, never the images or pState (null is accepted and ignored).
+ * rvpiPyramidInitAlloc checks: ppPyr null -8, roiSize -6, level < 0 -5, rate not in (1, 10]
+ * -5, allocation -9. */
+typedef struct {
+  Rvp8u** pImage;
+  int* pStep;
+  RvpiSize* pRoi;
+  Rvp64f* pRate;
+  void* pState;
+  int level;
+} RvpiPyramid;
+RVPCV_API RvpStatus rvpiPyramidInitAlloc(RvpiSize roiSize, int level, Rvp32f rate,
+                                         RvpiPyramid** ppPyr);
+RVPCV_API RvpStatus rvpiPyramidFree(RvpiPyramid* pPyr);
+
+/* Pyramid layers for 8u, 16u and 32f, one or three channels.
+ * Down: the source is smoothed separably with the kernel (vertical pass, then horizontal; each
+ * pass sums tap * pixel in tap order in single precision, starting from the first product;
+ * positions outside mirrored as above), multiplied by the single-precision 1/S^2 (S the
+ * kernel's sum, formed in double), then sampled linearly at the source position X * rate
+ * (single-precision product; integer part i, fraction f; rows blended first, then columns, as
+ * a*(1 - f) + b*f, with f = 0 taking a alone and positions at or past the last pixel taking the
+ * last pixel). Integer types: floor(v + 0.5) saturated (halves round up; NaN cannot occur).
+ * Up: destination pixel x sees the sources j with |j * rate - x| * 2 / rate < r + 1
+ * (r = kerSize / 2), each weighted by the kernel at tap position (j * rate - x) * 2 / rate + r,
+ * linearly interpolated between taps (zero outside the kernel); the vertical and horizontal
+ * passes sum weight * pixel in increasing j, and the result is multiplied by 1 / (Wy * Wx),
+ * the sums of the weights used. Sources outside the image are mirrored. Integer rounding as
+ * for Down. With rate 2 and kernel 1 4 6 4 1 both equal rvpiPyrDown_Gauss5x5 /
+ * rvpiPyrUp_Gauss5x5 bit for bit (32f included).
+ * InitAlloc (srcRoi for Down and dstRoi for Up is the largest size the state serves): ppState,
+ * pKernel null -8; size -6; rate not in (1, 10] -5; kerSize < 1 -6; kerSize even -5; kernel
+ * sum zero or not finite -5; mode other than 1 (linear) -5; allocation -9. *ppState is
+ * written only on success.
+ * Layer calls: pSrc, pDst, pState null -8; a size below 1, a source (Down) or destination (Up)
+ * larger than the state serves, or sizes that do not fit each other (the source must lie in
+ * rvpiGetPyramidUpROI(dstRoi) for Down, the destination in rvpiGetPyramidUpROI(srcRoi) for Up)
+ * -6; srcStep, dstStep -14 then -108. Down works in the state's memory (one call at a time per
+ * state); Up allocates its rows for the call (-9 when that fails) and only reads the state.
+ * Free accepts null. */
+typedef struct RvpiPyramidDownState RvpiPyramidDownState;
+typedef struct RvpiPyramidUpState RvpiPyramidUpState;
+RVPCV_API RvpStatus rvpiPyramidLayerDownInitAlloc_8u_C1R(RvpiSize srcRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidDownState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerDown_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownFree_8u_C1R(RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownInitAlloc_8u_C3R(RvpiSize srcRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidDownState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerDown_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownFree_8u_C3R(RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownInitAlloc_16u_C1R(RvpiSize srcRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidDownState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerDown_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownFree_16u_C1R(RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownInitAlloc_16u_C3R(RvpiSize srcRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidDownState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerDown_16u_C3R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownFree_16u_C3R(RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownInitAlloc_32f_C1R(RvpiSize srcRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidDownState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerDown_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownFree_32f_C1R(RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownInitAlloc_32f_C3R(RvpiSize srcRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidDownState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerDown_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerDownFree_32f_C3R(RvpiPyramidDownState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpInitAlloc_8u_C1R(RvpiSize dstRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidUpState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerUp_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpFree_8u_C1R(RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpInitAlloc_8u_C3R(RvpiSize dstRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidUpState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerUp_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpFree_8u_C3R(RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpInitAlloc_16u_C1R(RvpiSize dstRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidUpState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerUp_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpFree_16u_C1R(RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpInitAlloc_16u_C3R(RvpiSize dstRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidUpState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerUp_16u_C3R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpFree_16u_C3R(RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpInitAlloc_32f_C1R(RvpiSize dstRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidUpState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerUp_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpFree_32f_C1R(RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpInitAlloc_32f_C3R(RvpiSize dstRoi, Rvp32f rate,
+    const Rvp32f* pKernel, int kerSize, int mode, RvpiPyramidUpState** ppState);
+RVPCV_API RvpStatus rvpiPyramidLayerUp_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize srcRoiSize, RvpiSize dstRoiSize, const RvpiPyramidUpState* pState);
+RVPCV_API RvpStatus rvpiPyramidLayerUpFree_32f_C3R(RvpiPyramidUpState* pState);
 
 
 /* ============================================================================================
