@@ -481,6 +481,65 @@ RVPCV_API RvpStatus rvpiPyramidLayerUpFree_32f_C3R(RvpiPyramidUpState* pState);
  * Pyramidal Lucas-Kanade optical flow (src/feature/optical_flow.cpp)
  * ========================================================================================== */
 /* section:flow (declarations follow this line) */
+/* Pyramidal Lucas-Kanade tracking of feature points from image 1 to image 2, each given as a
+ * pyramid record (rvpiPyramidInitAlloc) whose level images the caller has attached (pImage[L]
+ * cast from the element type, pStep[L], pRoi[L]); level L's scale is pRate[L].
+ *
+ * rvpiOpticalFlowPyrLKInitAlloc_* (roiSize, winSize, ppState): ppState null -8; roiSize < 1 or
+ * winSize < 1 -6; allocation -9. The state serves level-0 images up to roiSize and windows of
+ * exactly winSize; it holds the work areas (one call at a time per state).
+ * rvpiOpticalFlowPyrLK_* checks: pPyr1, pPyr2, pPrev, pNext, pStatus, pError, pState null -8;
+ * numFeat < 1, winSize < 1 or different from the state's -6; maxLev < 0, maxIter < 1,
+ * threshold < 0 or NaN -5; maxLev above either record's level -5; then for levels 0..maxLev
+ * of both records: a null record array or level image -8, a level size below 1, sizes that
+ * differ between the two records or a level 0 larger than the state serves -6, a level step
+ * below its row width -14, a step not a multiple of the element size -108, a level scale
+ * pRate[L] not finite or not above 0 -5. Nothing is written on error.
+ *
+ * Per point, for L = maxLev down to 0: the status byte is set to L; the previous position and
+ * the running estimate (starting at the previous position, no initial flow) are divided by
+ * pRate[L]. The window is winSize x winSize pixels centred on the point (offsets
+ * k - (winSize - 1) / 2), sampled bilinearly. 8u and 16u sample in fixed point: weights
+ * round(w * 2^14) (the last one 2^14 minus the others) and values (sum + 64) >> 7, i.e.
+ * intensity * 128; 32f samples (w00 p00 + w01 p01 + w10 p10 + w11 p11) * 128 in single
+ * precision. Window pixels beyond the image edge read the nearest edge pixel. Gradients are
+ * central differences (I(x+1) - I(x-1)) / 2 of the sampled image-1 window. G and b are summed
+ * in double (b = sum (I1 - I2) * g); the point is lost at L when det G < 2.220446049250313e-16,
+ * or when its position leaves the level image by more than half a window (outside
+ * [-(winSize-1)/2, size - 1 + (winSize-1)/2]). Each iteration solves G d = b by Cramer's rule
+ * in double, adds d (rounded to single) to the estimate, and stops when dx^2 + dy^2 < threshold
+ * or, from the second iteration, when |dx + dx_prev| and |dy + dy_prev| are both below
+ * 0.00034526698 (the estimate then moves back by d/2); at most maxIter iterations. Between
+ * levels the estimate is multiplied by pRate[L] / pRate[L-1].
+ * Results: a tracked point gets status 0, its level-0 position in pNext and the error
+ * sqrt(S / N) * 0.0078125 with S the sum of squared differences of the two windows at the
+ * final position (in the intensity * 128 scale) and N = winSize^2 (0 when S <= 0). A lost
+ * point keeps the level it was lost at as its status (so a point lost at level 0 has status
+ * 0 too: its error tells it apart), its last estimate scaled to level 0 (times pRate[L]) in
+ * pNext, and the error -1. */
+typedef struct {
+  Rvp32f x;
+  Rvp32f y;
+} RvpiPoint32f;
+typedef struct RvpiOptFlowPyrLKState RvpiOptFlowPyrLKState;
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLKInitAlloc_8u_C1R(RvpiSize roiSize, int winSize,
+    RvpiOptFlowPyrLKState** ppState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLKFree_8u_C1R(RvpiOptFlowPyrLKState* pState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLK_8u_C1R(const RvpiPyramid* pPyr1, const RvpiPyramid* pPyr2,
+    const RvpiPoint32f* pPrev, RvpiPoint32f* pNext, Rvp8s* pStatus, Rvp32f* pError, int numFeat,
+    int winSize, int maxLev, int maxIter, Rvp32f threshold, RvpiOptFlowPyrLKState* pState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLKInitAlloc_16u_C1R(RvpiSize roiSize, int winSize,
+    RvpiOptFlowPyrLKState** ppState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLKFree_16u_C1R(RvpiOptFlowPyrLKState* pState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLK_16u_C1R(const RvpiPyramid* pPyr1, const RvpiPyramid* pPyr2,
+    const RvpiPoint32f* pPrev, RvpiPoint32f* pNext, Rvp8s* pStatus, Rvp32f* pError, int numFeat,
+    int winSize, int maxLev, int maxIter, Rvp32f threshold, RvpiOptFlowPyrLKState* pState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLKInitAlloc_32f_C1R(RvpiSize roiSize, int winSize,
+    RvpiOptFlowPyrLKState** ppState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLKFree_32f_C1R(RvpiOptFlowPyrLKState* pState);
+RVPCV_API RvpStatus rvpiOpticalFlowPyrLK_32f_C1R(const RvpiPyramid* pPyr1, const RvpiPyramid* pPyr2,
+    const RvpiPoint32f* pPrev, RvpiPoint32f* pNext, Rvp8s* pStatus, Rvp32f* pError, int numFeat,
+    int winSize, int maxLev, int maxIter, Rvp32f threshold, RvpiOptFlowPyrLKState* pState);
 
 
 /* ============================================================================================
