@@ -97,3 +97,114 @@ TEST(PyramidXcheck, Float32WithinRounding) {
 }
 
 }  // namespace
+
+// ---- optical flow against cv::calcOpticalFlowPyrLK on real frame pairs -----------------------
+
+#include <opencv2/video/tracking.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+
+namespace {
+
+const char* const kFlowData = "/usr/share/doc/opencv-doc/examples/data/";
+
+bool readable(const std::string& path) { return std::ifstream(path).good(); }
+
+struct FlowAgreement {
+  double median, p95;
+  int both_tracked, agree_lost, points;
+};
+
+// Tracks corners of frame a into frame b with both libraries: 21x21 window, 3 levels above the
+// base, 30 iterations, convergence at |d| < 0.01 (squared: 1e-4).
+FlowAgreement compare_flow(const cv::Mat& a, const cv::Mat& b) {
+  std::vector<cv::Point2f> corners;
+  cv::goodFeaturesToTrack(a, corners, 2000, 0.01, 5);
+  const int win = 21, levels = 3, iters = 30;
+  std::vector<cv::Point2f> cv_next;
+  std::vector<uchar> cv_status;
+  std::vector<float> cv_err;
+  cv::calcOpticalFlowPyrLK(a, b, corners, cv_next, cv_status, cv_err, cv::Size(win, win), levels,
+                           cv::TermCriteria(cv::TermCriteria::COUNT | cv::TermCriteria::EPS, iters, 0.01));
+
+  // The same pyramids with this library.
+  RvpiPyramid *p1 = nullptr, *p2 = nullptr;
+  EXPECT_EQ(rvpiPyramidInitAlloc({a.cols, a.rows}, levels, 2.0f, &p1), 0);
+  EXPECT_EQ(rvpiPyramidInitAlloc({a.cols, a.rows}, levels, 2.0f, &p2), 0);
+  std::vector<cv::Mat> l1(levels + 1), l2(levels + 1);
+  l1[0] = a.clone();
+  l2[0] = b.clone();
+  int size = 0;
+  rvpiPyrDownGetBufSize_Gauss5x5(a.cols, rvp8u, 1, &size);
+  std::vector<Rvp8u> buf(size);
+  for (int l = 0; l <= levels; ++l) {
+    const RvpiSize s = p1->pRoi[l];
+    if (l > 0) {
+      l1[l].create(s.height, s.width, CV_8U);
+      l2[l].create(s.height, s.width, CV_8U);
+      const RvpiSize up = p1->pRoi[l - 1];
+      rvpiPyrDown_Gauss5x5_8u_C1R(l1[l - 1].data, int(l1[l - 1].step), l1[l].data, int(l1[l].step), up, buf.data());
+      rvpiPyrDown_Gauss5x5_8u_C1R(l2[l - 1].data, int(l2[l - 1].step), l2[l].data, int(l2[l].step), up, buf.data());
+    }
+    p1->pImage[l] = l1[l].data;
+    p2->pImage[l] = l2[l].data;
+    p1->pStep[l] = int(l1[l].step);
+    p2->pStep[l] = int(l2[l].step);
+  }
+  const int n = int(corners.size());
+  std::vector<RvpiPoint32f> prev(n), next(n);
+  for (int i = 0; i < n; ++i) prev[i] = {corners[i].x, corners[i].y};
+  std::vector<Rvp8s> status(n);
+  std::vector<Rvp32f> err(n);
+  RvpiOptFlowPyrLKState* st = nullptr;
+  EXPECT_EQ(rvpiOpticalFlowPyrLKInitAlloc_8u_C1R({a.cols, a.rows}, win, &st), 0);
+  EXPECT_EQ(rvpiOpticalFlowPyrLK_8u_C1R(p1, p2, prev.data(), next.data(), status.data(), err.data(), n,
+                                        win, levels, iters, 1e-4f, st), 0);
+  rvpiOpticalFlowPyrLKFree_8u_C1R(st);
+  rvpiPyramidFree(p1);
+  rvpiPyramidFree(p2);
+
+  FlowAgreement r{0, 0, 0, 0, n};
+  std::vector<double> d;
+  for (int i = 0; i < n; ++i) {
+    const bool ours = status[i] == 0 && err[i] >= 0.0f;
+    // OpenCV also drops points whose window leaves the image; count agreement on "tracked".
+    const bool theirs = cv_status[i] != 0;
+    if (ours == theirs) ++r.agree_lost;
+    if (ours && theirs) {
+      d.push_back(std::hypot(next[i].x - cv_next[i].x, next[i].y - cv_next[i].y));
+    }
+  }
+  r.both_tracked = int(d.size());
+  std::sort(d.begin(), d.end());
+  if (!d.empty()) {
+    r.median = d[d.size() / 2];
+    r.p95 = d[std::min(d.size() - 1, size_t(d.size() * 0.95))];
+  }
+  return r;
+}
+
+TEST(FlowXcheck, RealFramePairsAgreeWithOpenCV) {
+  const std::string pairs[][2] = {{"rubberwhale1.png", "rubberwhale2.png"},
+                                  {"basketball1.png", "basketball2.png"}};
+  int ran = 0;
+  for (const auto& p : pairs) {
+    const std::string fa = std::string(kFlowData) + p[0], fb = std::string(kFlowData) + p[1];
+    if (!readable(fa) || !readable(fb)) continue;
+    const cv::Mat a = cv::imread(fa, cv::IMREAD_GRAYSCALE), b = cv::imread(fb, cv::IMREAD_GRAYSCALE);
+    ASSERT_FALSE(a.empty());
+    const FlowAgreement r = compare_flow(a, b);
+    std::printf("%s: %d points, both tracked %d, tracked/lost agreement %.1f%%, endpoint "
+                "difference median %.4f px, 95th percentile %.4f px\n",
+                p[0].c_str(), r.points, r.both_tracked, 100.0 * r.agree_lost / r.points, r.median,
+                r.p95);
+    EXPECT_GT(r.both_tracked, r.points * 8 / 10);
+    EXPECT_LT(r.median, 0.05);
+    EXPECT_LT(r.p95, 0.5);
+    ++ran;
+  }
+  if (ran == 0) GTEST_SKIP() << "frame pairs from opencv-doc not installed under " << kFlowData;
+}
+
+}  // namespace
