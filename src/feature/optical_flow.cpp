@@ -71,6 +71,15 @@ void sample_window(const Level& L, const Bilinear& b, Val<T>* out, int ow, int o
   const T* base = static_cast<const T*>(L.data);
   const bool inside = b.ix >= 0 && b.iy >= 0 && int64_t{b.ix} + ow < L.w &&
                       int64_t{b.iy} + oh < L.h;
+  if constexpr (std::is_same_v<T, Rvp8u>) {
+    if (inside) {
+      for (int j = 0; j < oh; ++j) {
+        const Rvp8u* r0 = row(base, L.step, b.iy + j) + b.ix;
+        avx2::sample_row(r0, r0 + L.step, b, out + j * ow, ow);
+      }
+      return;
+    }
+  }
   for (int j = 0; j < oh; ++j) {
     const int y0 = inside ? b.iy + j : std::clamp<int64_t>(int64_t{b.iy} + j, 0, L.h - 1);
     const int y1 = inside ? y0 + 1 : std::clamp<int64_t>(int64_t{b.iy} + j + 1, 0, L.h - 1);
@@ -177,17 +186,23 @@ RvpStatus track(const RvpiPyramid* p1, const RvpiPyramid* p2, const RvpiPoint32f
       const Bilinear bi = make_bilinear(px - c - 1.0f, py - c - 1.0f);
       sample_window<T>(L1, bi, patch, pw, pw);
       double gxx = 0.0, gxy = 0.0, gyy = 0.0;
-      for (int j = 0; j < win; ++j)
-        for (int k = 0; k < win; ++k) {
-          const Val<T>* q = patch + (j + 1) * pw + (k + 1);
-          const Val<T> dx = q[1] - q[-1], dy = q[pw] - q[-pw];
-          gx2[j * win + k] = dx;
-          gy2[j * win + k] = dy;
-          ivals[j * win + k] = q[0];
-          gxx += static_cast<double>(dx) * static_cast<double>(dx);
-          gxy += static_cast<double>(dx) * static_cast<double>(dy);
-          gyy += static_cast<double>(dy) * static_cast<double>(dy);
-        }
+      if constexpr (std::is_same_v<T, Rvp8u>) {
+        double sums[3];
+        avx2::gradients(patch, win, gx2, gy2, ivals, sums);
+        gxx = sums[0], gxy = sums[1], gyy = sums[2];
+      } else {
+        for (int j = 0; j < win; ++j)
+          for (int k = 0; k < win; ++k) {
+            const Val<T>* q = patch + (j + 1) * pw + (k + 1);
+            const Val<T> dx = q[1] - q[-1], dy = q[pw] - q[-pw];
+            gx2[j * win + k] = dx;
+            gy2[j * win + k] = dy;
+            ivals[j * win + k] = q[0];
+            gxx += static_cast<double>(dx) * static_cast<double>(dx);
+            gxy += static_cast<double>(dx) * static_cast<double>(dy);
+            gyy += static_cast<double>(dy) * static_cast<double>(dy);
+          }
+      }
       // The gradient is half the doubled difference: G = sums / 4 (exact scaling).
       gxx *= 0.25, gxy *= 0.25, gyy *= 0.25;
       const double det = gxx * gyy - gxy * gxy;

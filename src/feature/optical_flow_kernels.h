@@ -44,9 +44,123 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
   *by = sy;
 }
 
+
+// n fixed-point samples of a window row: reads r0[0..n] and r1[0..n].
+inline void sample_row(const Rvp8u* r0, const Rvp8u* r1, const Bilinear& b, int32_t* out, int n) {
+  for (int k = 0; k < n; ++k) out[k] = sample_fixed(r0[k], r0[k + 1], r1[k], r1[k + 1], b);
+}
+
+// Doubled central differences of the window inside a patch with a one-pixel margin (patch row
+// length pw = win + 2), the window values, and the exact sums of the gradient products.
+inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2, int32_t* vals,
+                      double sums[3]) {
+  const int pw = win + 2;
+  double xx = 0.0, xy = 0.0, yy = 0.0;
+  for (int j = 0; j < win; ++j)
+    for (int k = 0; k < win; ++k) {
+      const int32_t* q = patch + (j + 1) * pw + (k + 1);
+      const int32_t dx = q[1] - q[-1], dy = q[pw] - q[-pw];
+      gx2[j * win + k] = dx;
+      gy2[j * win + k] = dy;
+      vals[j * win + k] = q[0];
+      xx += static_cast<double>(dx * dx);
+      xy += static_cast<double>(dx * dy);
+      yy += static_cast<double>(dy * dy);
+    }
+  sums[0] = xx, sums[1] = xy, sums[2] = yy;
+}
 }  // namespace ref
 
 namespace avx2 {
+
+inline __m256i bilinear8(const Rvp8u* r0, const Rvp8u* r1, __m256i wtop, __m256i wbot) {
+  const __m128i a0 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r0));
+  const __m128i a1 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r0 + 1));
+  const __m128i c0 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r1));
+  const __m128i c1 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r1 + 1));
+  const __m256i top = _mm256_cvtepu8_epi16(_mm_unpacklo_epi8(a0, a1));
+  const __m256i bot = _mm256_cvtepu8_epi16(_mm_unpacklo_epi8(c0, c1));
+  const __m256i v = _mm256_add_epi32(_mm256_madd_epi16(top, wtop), _mm256_madd_epi16(bot, wbot));
+  return _mm256_srai_epi32(_mm256_add_epi32(v, _mm256_set1_epi32(64)), 7);
+}
+
+inline void sample_row(const Rvp8u* r0, const Rvp8u* r1, const Bilinear& b, int32_t* out, int n) {
+  const __m256i wtop = _mm256_set1_epi32((b.w01 << 16) | (b.w00 & 0xFFFF));
+  const __m256i wbot = _mm256_set1_epi32((b.w11 << 16) | (b.w10 & 0xFFFF));
+  int k = 0;
+  for (; k + 8 <= n; k += 8)
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + k), bilinear8(r0 + k, r1 + k, wtop, wbot));
+  if (k < n && n >= 8) {  // the last eight again (equal values rewritten)
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + n - 8),
+                        bilinear8(r0 + n - 8, r1 + n - 8, wtop, wbot));
+    k = n;
+  }
+  for (; k < n; ++k) out[k] = sample_fixed(r0[k], r0[k + 1], r1[k], r1[k + 1], b);
+}
+
+inline __m256d add_products(__m256d acc, __m256i p) {
+  acc = _mm256_add_pd(acc, _mm256_cvtepi32_pd(_mm256_castsi256_si128(p)));
+  return _mm256_add_pd(acc, _mm256_cvtepi32_pd(_mm256_extracti128_si256(p, 1)));
+}
+inline double hsum(__m256d v) {
+  alignas(32) double l[4];
+  _mm256_store_pd(l, v);
+  return (l[0] + l[1]) + (l[2] + l[3]);
+}
+
+inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2, int32_t* vals,
+                      double sums[3]) {
+  const int pw = win + 2;
+  __m256d axx = _mm256_setzero_pd(), axy = axx, ayy = axx;
+  double xx = 0.0, xy = 0.0, yy = 0.0;
+  auto ld = [](const int32_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
+  for (int j = 0; j < win; ++j) {
+    int k = 0;
+    for (; k + 8 <= win; k += 8) {
+      const int32_t* q = patch + (j + 1) * pw + (k + 1);
+      const __m256i dx = _mm256_sub_epi32(ld(q + 1), ld(q - 1));
+      const __m256i dy = _mm256_sub_epi32(ld(q + pw), ld(q - pw));
+      const int o = j * win + k;
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(gx2 + o), dx);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(gy2 + o), dy);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(vals + o), ld(q));
+      axx = add_products(axx, _mm256_mullo_epi32(dx, dx));
+      axy = add_products(axy, _mm256_mullo_epi32(dx, dy));
+      ayy = add_products(ayy, _mm256_mullo_epi32(dy, dy));
+    }
+    if (k < win && win >= 8) {
+      // The last eight columns again: stores repeat equal values, products of the lanes
+      // already summed are masked to zero.
+      const int k0 = win - 8;
+      const __m256i keep = _mm256_cmpgt_epi32(
+          _mm256_add_epi32(_mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7), _mm256_set1_epi32(k0)),
+          _mm256_set1_epi32(k - 1));
+      const int32_t* q = patch + (j + 1) * pw + (k0 + 1);
+      const __m256i dx = _mm256_sub_epi32(ld(q + 1), ld(q - 1));
+      const __m256i dy = _mm256_sub_epi32(ld(q + pw), ld(q - pw));
+      const int o = j * win + k0;
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(gx2 + o), dx);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(gy2 + o), dy);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(vals + o), ld(q));
+      const __m256i mx = _mm256_and_si256(dx, keep);
+      axx = add_products(axx, _mm256_mullo_epi32(mx, dx));
+      axy = add_products(axy, _mm256_mullo_epi32(mx, dy));
+      ayy = add_products(ayy, _mm256_mullo_epi32(_mm256_and_si256(dy, keep), dy));
+      k = win;
+    }
+    for (; k < win; ++k) {
+      const int32_t* q = patch + (j + 1) * pw + (k + 1);
+      const int32_t dx = q[1] - q[-1], dy = q[pw] - q[-pw];
+      gx2[j * win + k] = dx;
+      gy2[j * win + k] = dy;
+      vals[j * win + k] = q[0];
+      xx += static_cast<double>(dx * dx);
+      xy += static_cast<double>(dx * dy);
+      yy += static_cast<double>(dy * dy);
+    }
+  }
+  sums[0] = xx + hsum(axx), sums[1] = xy + hsum(axy), sums[2] = yy + hsum(ayy);
+}
 
 inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* iwin,
                   const int32_t* gx2, const int32_t* gy2, int win, double* bx, double* by) {
@@ -79,6 +193,22 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
       ax = _mm256_add_pd(ax, _mm256_cvtepi32_pd(_mm256_extracti128_si256(px, 1)));
       ay = _mm256_add_pd(ay, _mm256_cvtepi32_pd(_mm256_castsi256_si128(py)));
       ay = _mm256_add_pd(ay, _mm256_cvtepi32_pd(_mm256_extracti128_si256(py, 1)));
+    }
+    if (k < win && win >= 8) {
+      // The last eight columns again, with the lanes already summed masked to zero.
+      const int k0 = win - 8;
+      const __m256i keep = _mm256_cmpgt_epi32(
+          _mm256_add_epi32(_mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7), _mm256_set1_epi32(k0)),
+          _mm256_set1_epi32(k - 1));
+      const __m256i v = bilinear8(r0 + k0, r1 + k0, wtop, wbot);
+      const int o = j * win + k0;
+      const __m256i d = _mm256_and_si256(
+          keep, _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v));
+      ax = add_products(ax, _mm256_mullo_epi32(
+                                d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o))));
+      ay = add_products(ay, _mm256_mullo_epi32(
+                                d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o))));
+      k = win;
     }
     for (; k < win; ++k) {
       const int32_t d = iwin[j * win + k] - sample_fixed(r0[k], r0[k + 1], r1[k], r1[k + 1], b);

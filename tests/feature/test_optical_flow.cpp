@@ -332,3 +332,39 @@ TEST(OpticalFlowKernel, VectorWindowSumEqualsScalar) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(OpticalFlowKernel, VectorSamplingAndGradientsEqualScalar) {
+  std::mt19937 rng(6);
+  for (int iter = 0; iter < 300; ++iter) {
+    const int n = 1 + int(rng() % 40);
+    std::vector<Rvp8u> r0(n + 1), r1(n + 1);
+    for (auto& v : r0) v = Rvp8u(rng());
+    for (auto& v : r1) v = Rvp8u(rng());
+    rvp::flow::Bilinear b{};
+    b.w00 = int(rng() % 16385);
+    b.w01 = int(rng() % (16385 - b.w00));
+    b.w10 = int(rng() % (16385 - b.w00 - b.w01));
+    b.w11 = 16384 - b.w00 - b.w01 - b.w10;
+    std::vector<int32_t> a(n), c(n);
+    rvp::flow::ref::sample_row(r0.data(), r1.data(), b, a.data(), n);
+    rvp::flow::avx2::sample_row(r0.data(), r1.data(), b, c.data(), n);
+    ASSERT_EQ(a, c);
+
+    const int win = n, pw = win + 2;
+    std::vector<int32_t> patch(pw * pw);
+    for (auto& v : patch) v = int(rng() % 32641);
+    std::vector<int32_t> gx(win * win), gy(win * win), vals(win * win);
+    std::vector<int32_t> hx(win * win), hy(win * win), hv(win * win);
+    double s1[3], s2[3];
+    rvp::flow::ref::gradients(patch.data(), win, gx.data(), gy.data(), vals.data(), s1);
+    rvp::flow::avx2::gradients(patch.data(), win, hx.data(), hy.data(), hv.data(), s2);
+    ASSERT_EQ(gx, hx);
+    ASSERT_EQ(gy, hy);
+    ASSERT_EQ(vals, hv);
+    for (int k = 0; k < 3; ++k) ASSERT_EQ(s1[k], s2[k]);
+  }
+}
+
+}  // namespace
