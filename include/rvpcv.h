@@ -289,6 +289,11 @@ RVPCV_API RvpStatus rvpiAbsDiffC_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f
  * Gaussian pyramids and pyramid layers (src/filter/pyramid.cpp)
  * ========================================================================================== */
 /* section:pyramid (declarations follow this line) */
+/* A sub-pixel point (sub-pixel copies and optical flow). */
+typedef struct {
+  Rvp32f x;
+  Rvp32f y;
+} RvpiPoint32f;
 /* Level sizes, 5x5 Gaussian pyramid levels and general pyramid layers.
  *
  * rvpiPyrDown_Gauss5x5_*: dst is ceil(w/2) x ceil(h/2); dst(X, Y) is the 5x5 sum of
@@ -463,6 +468,81 @@ RVPCV_API RvpStatus rvpiPyramidLayerUpFree_32f_C3R(RvpiPyramidUpState* pState);
  * Sub-pixel copies and line sampling (src/filter/subpixel.cpp)
  * ========================================================================================== */
 /* section:subpixel (declarations follow this line) */
+/* Sub-pixel copies.
+ * rvpiCopySubpix_* (pSrc, srcStep, pDst, dstStep, roiSize, dx, dy): pSrc points at the pixel
+ * holding the integer part of the position; only the fractions of dx, dy are used:
+ * fx = dx - trunc(dx), plus 1 when negative, then raised to at least 0.000001; fy likewise,
+ * raised to at least 0.000000001. Weights in single precision: w00 = (1-fy)(1-fx),
+ * w01 = fx(1-fy), w10 = fy(1-fx), w11 = fx*fy; dst(x, y) =
+ * ((w00 s(x,y) + w01 s(x+1,y)) + w10 s(x,y+1)) + w11 s(x+1,y+1), single precision, no fused
+ * multiply-add. The source must hold width + 1 columns and height + 1 rows from pSrc (all are
+ * read, even when a weight is tiny). 32f destinations store v; 8u and 16u round to nearest,
+ * ties to even (values stay in range); 8u16u_C1R_Sfs computes v * 2^-scaleFactor in double
+ * (scaleFactor clamped to [-1024, 1024]), rounds to nearest, ties to even, and saturates to
+ * 0..65535. NaN and infinity in 32f sources propagate.
+ * Checks: pSrc, pDst null -8; size -6; srcStep, dstStep below width times their element size
+ * -14; then srcStep, dstStep not multiples of their element size -108.
+ *
+ * rvpiCopySubpixIntersect_* (pSrc, srcStep, srcRoiSize, pDst, dstStep, dstRoiSize, point,
+ * pMin, pMax): a dstRoiSize rectangle centred on the sub-pixel point of a srcRoiSize image.
+ * dst(x, y) samples the source at (point.x - (dstW - 1)/2 + x, point.y - (dstH - 1)/2 + y)
+ * (single precision), with the weights, floors and rounding of rvpiCopySubpix; the two taps
+ * floor(p) and floor(p) + 1 of each axis are clamped to the image, so parts of the rectangle
+ * outside the image repeat the nearest edge pixels. *pMin, *pMax receive the inclusive range
+ * of destination pixels whose taps all lie inside the image without clamping; when there is
+ * none, *pMin = {0, 0} and *pMax = {-1, -1}. Checks: pSrc, pDst, pMin, pMax null -8; either
+ * size below 1 -6; steps -14 then -108 (source against srcRoiSize, destination against
+ * dstRoiSize); point not finite -5. Only the source region is read.
+ *
+ * rvpiSampleLine_* (pSrc, srcStep, roiSize, pDst, pt1, pt2): the pixels of the digital line
+ * from pt1 to pt2, both ends included, written one pixel (C channels) after another into
+ * pDst. With n = max(|dx|, |dy|), sample i (0..n) is pixel (pt1.x + round(i*dx/n),
+ * pt1.y + round(i*dy/n)), rounding halves away from zero, in exact integer arithmetic; pDst
+ * receives n + 1 pixels. Checks: pSrc, pDst null -8; size -6; srcStep -14 then -108; pt1 or pt2
+ * outside the region -11; a sample count beyond the int range -2 (cannot happen when both
+ * ends lie inside a valid region, so this build never returns it). */
+RVPCV_API RvpStatus rvpiCopySubpix_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f dx, Rvp32f dy);
+RVPCV_API RvpStatus rvpiCopySubpix_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f dx, Rvp32f dy);
+RVPCV_API RvpStatus rvpiCopySubpix_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f dx, Rvp32f dy);
+RVPCV_API RvpStatus rvpiCopySubpix_16u32f_C1R(const Rvp16u* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f dx, Rvp32f dy);
+RVPCV_API RvpStatus rvpiCopySubpix_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f dx, Rvp32f dy);
+RVPCV_API RvpStatus rvpiCopySubpix_8u16u_C1R_Sfs(const Rvp8u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f dx, Rvp32f dy, int scaleFactor);
+RVPCV_API RvpStatus rvpiCopySubpixIntersect_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    RvpiSize srcRoiSize, Rvp8u* pDst, int dstStep, RvpiSize dstRoiSize, RvpiPoint32f point,
+    RvpiPoint* pMin, RvpiPoint* pMax);
+RVPCV_API RvpStatus rvpiCopySubpixIntersect_8u32f_C1R(const Rvp8u* pSrc, int srcStep,
+    RvpiSize srcRoiSize, Rvp32f* pDst, int dstStep, RvpiSize dstRoiSize, RvpiPoint32f point,
+    RvpiPoint* pMin, RvpiPoint* pMax);
+RVPCV_API RvpStatus rvpiCopySubpixIntersect_16u_C1R(const Rvp16u* pSrc, int srcStep,
+    RvpiSize srcRoiSize, Rvp16u* pDst, int dstStep, RvpiSize dstRoiSize, RvpiPoint32f point,
+    RvpiPoint* pMin, RvpiPoint* pMax);
+RVPCV_API RvpStatus rvpiCopySubpixIntersect_16u32f_C1R(const Rvp16u* pSrc, int srcStep,
+    RvpiSize srcRoiSize, Rvp32f* pDst, int dstStep, RvpiSize dstRoiSize, RvpiPoint32f point,
+    RvpiPoint* pMin, RvpiPoint* pMax);
+RVPCV_API RvpStatus rvpiCopySubpixIntersect_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    RvpiSize srcRoiSize, Rvp32f* pDst, int dstStep, RvpiSize dstRoiSize, RvpiPoint32f point,
+    RvpiPoint* pMin, RvpiPoint* pMax);
+RVPCV_API RvpStatus rvpiCopySubpixIntersect_8u16u_C1R_Sfs(const Rvp8u* pSrc, int srcStep,
+    RvpiSize srcRoiSize, Rvp16u* pDst, int dstStep, RvpiSize dstRoiSize, RvpiPoint32f point,
+    RvpiPoint* pMin, RvpiPoint* pMax, int scaleFactor);
+RVPCV_API RvpStatus rvpiSampleLine_8u_C1R(const Rvp8u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp8u* pDst, RvpiPoint pt1, RvpiPoint pt2);
+RVPCV_API RvpStatus rvpiSampleLine_8u_C3R(const Rvp8u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp8u* pDst, RvpiPoint pt1, RvpiPoint pt2);
+RVPCV_API RvpStatus rvpiSampleLine_16u_C1R(const Rvp16u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp16u* pDst, RvpiPoint pt1, RvpiPoint pt2);
+RVPCV_API RvpStatus rvpiSampleLine_16u_C3R(const Rvp16u* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp16u* pDst, RvpiPoint pt1, RvpiPoint pt2);
+RVPCV_API RvpStatus rvpiSampleLine_32f_C1R(const Rvp32f* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp32f* pDst, RvpiPoint pt1, RvpiPoint pt2);
+RVPCV_API RvpStatus rvpiSampleLine_32f_C3R(const Rvp32f* pSrc, int srcStep, RvpiSize roiSize,
+    Rvp32f* pDst, RvpiPoint pt1, RvpiPoint pt2);
 
 
 /* ============================================================================================
@@ -517,10 +597,6 @@ RVPCV_API RvpStatus rvpiPyramidLayerUpFree_32f_C3R(RvpiPyramidUpState* pState);
  * point keeps the level it was lost at as its status (so a point lost at level 0 has status
  * 0 too: its error tells it apart), its last estimate scaled to level 0 (times pRate[L]) in
  * pNext, and the error -1. */
-typedef struct {
-  Rvp32f x;
-  Rvp32f y;
-} RvpiPoint32f;
 typedef struct RvpiOptFlowPyrLKState RvpiOptFlowPyrLKState;
 RVPCV_API RvpStatus rvpiOpticalFlowPyrLKInitAlloc_8u_C1R(RvpiSize roiSize, int winSize,
     RvpiOptFlowPyrLKState** ppState);
