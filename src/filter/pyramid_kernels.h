@@ -216,6 +216,34 @@ void down_horz_full(const Acc<T>* v, T* h, int n, int C) {
 // second pixel into dst.
 template <class T>
 void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
+  if constexpr (!std::is_same_v<T, Rvp32f>) {
+    if (C == 1) {
+      // Decimated directly: with pairs (v[2X], v[2X+1]) as 32-bit lanes, output X is
+      // madd(pair X-1, (1, 4)) + madd(pair X, (6, 4)) + madd(pair X+1, (1, 0)).
+      const __m256i k14 = _mm256_set1_epi32((4 << 16) | 1);
+      const __m256i k64 = _mm256_set1_epi32((4 << 16) | 6);
+      const __m256i k10 = _mm256_set1_epi32(1);
+      const __m256i half = _mm256_set1_epi32(128);
+      int X = 0;
+      for (; 2 * X + 33 <= 2 * out_w; X += 16) {
+        __m256i r[2];
+        for (int k = 0; k < 2; ++k) {
+          const int16_t* p = v + 2 * (X + 8 * k);
+          __m256i sum = _mm256_madd_epi16(ld(p - 2), k14);
+          sum = _mm256_add_epi32(sum, _mm256_madd_epi16(ld(p), k64));
+          sum = _mm256_add_epi32(sum, _mm256_madd_epi16(ld(p + 2), k10));
+          r[k] = _mm256_srai_epi32(_mm256_add_epi32(sum, half), 8);
+        }
+        const __m256i p16 = _mm256_permute4x64_epi64(_mm256_packs_epi32(r[0], r[1]), 0xD8);
+        const __m256i p8 = std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(p16, p16)
+                                                    : _mm256_packs_epi16(p16, p16);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + X),
+                         _mm256_castsi256_si128(_mm256_permute4x64_epi64(p8, 0x08)));
+      }
+      ref::down_horz<T>(v + 2 * X, dst + X, out_w - X, 1);
+      return;
+    }
+  }
   const int n = (2 * out_w - 1) * C;
   down_horz_full<T>(v, tmp, n, C);
   int X = 0;
@@ -235,8 +263,42 @@ void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
       }
     }
   }
+  if constexpr (!std::is_same_v<T, Rvp32f>) {
+    if (C == 3) {
+      // Four output pixels from two 16-byte loads (pixels 2X, 2X+2 of each), stored as 16
+      // bytes of which the last 4 are rewritten by the next step.
+      const __m128i pick = _mm_setr_epi8(0, 1, 2, 6, 7, 8, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
+      const __m128i pick_hi = _mm_setr_epi8(-1, -1, -1, -1, -1, -1, 0, 1, 2, 6, 7, 8, -1, -1, -1, -1);
+      for (; 3 * X + 16 <= 3 * out_w && 6 * X + 28 <= n; X += 4) {
+        const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(tmp + 6 * X));
+        const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(tmp + 6 * X + 12));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 3 * X),
+                         _mm_or_si128(_mm_shuffle_epi8(a, pick), _mm_shuffle_epi8(b, pick_hi)));
+      }
+    }
+  }
   for (; X < out_w; ++X)
     for (int c = 0; c < C; ++c) dst[X * C + c] = tmp[2 * X * C + c];
+}
+
+// Interleaves the even and odd output pixels of three-channel 8-bit rows: four pixels of each
+// (12 bytes) become 24 output bytes.
+template <class T>
+int interleave3(const T* te, const T* to, T* dst, int in_w) {
+  const __m128i e_lo = _mm_setr_epi8(0, 1, 2, -1, -1, -1, 3, 4, 5, -1, -1, -1, 6, 7, 8, -1);
+  const __m128i o_lo = _mm_setr_epi8(-1, -1, -1, 0, 1, 2, -1, -1, -1, 3, 4, 5, -1, -1, -1, 6);
+  const __m128i e_hi = _mm_setr_epi8(-1, -1, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
+  const __m128i o_hi = _mm_setr_epi8(7, 8, -1, -1, -1, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1);
+  int X = 0;
+  for (; 3 * X + 16 <= 3 * in_w; X += 4) {
+    const __m128i e = _mm_loadu_si128(reinterpret_cast<const __m128i*>(te + 3 * X));
+    const __m128i o = _mm_loadu_si128(reinterpret_cast<const __m128i*>(to + 3 * X));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 6 * X),
+                     _mm_or_si128(_mm_shuffle_epi8(e, e_lo), _mm_shuffle_epi8(o, o_lo)));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(dst + 6 * X + 16),
+                     _mm_or_si128(_mm_shuffle_epi8(e, e_hi), _mm_shuffle_epi8(o, o_hi)));
+  }
+  return X;
 }
 
 template <class T>
@@ -331,6 +393,7 @@ void up_horz(const Acc<T>* v, T* dst, int in_w, int C, T* tmp) {
         te[i] = up_final<T>(v[i - C] + 6 * v[i] + v[i + C]);
         to[i] = up_final<T>(4 * (v[i] + v[i + C]));
       }
+      if (C == 3) X = interleave3<T>(te, to, dst, in_w);
       for (; X < in_w; ++X)
         for (int c = 0; c < C; ++c) {
           dst[2 * X * C + c] = te[X * C + c];
