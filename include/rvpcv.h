@@ -580,7 +580,7 @@ RVPCV_API RvpStatus rvpiSampleLine_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvpi
  * the running estimate (starting at the previous position, no initial flow) are divided by
  * pRate[L]. The window is winSize x winSize pixels centred on the point (offsets
  * k - (winSize - 1) / 2), sampled bilinearly. 8u and 16u sample in fixed point: weights
- * round(w * 2^14) (the last one 2^14 minus the others) and values (sum + 64) >> 7, i.e.
+ * round(w * 2^14) (the last, w11, is 2^14 minus the others and may be -1 or -2) and values (sum + 64) >> 7, i.e.
  * intensity * 128; 32f samples (w00 p00 + w01 p01 + w10 p10 + w11 p11) * 128 in single
  * precision. Window pixels beyond the image edge read the nearest edge pixel. Gradients are
  * central differences (I(x+1) - I(x-1)) / 2 of the sampled image-1 window. G and b are summed

@@ -73,6 +73,12 @@ inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2,
 
 namespace avx2 {
 
+// Two 16-bit weights as one 32-bit lane (low, high) for madd; a weight may be -1 or -2 when the
+// rounding of the others overshoots, so the packing goes through unsigned arithmetic.
+inline int pair16(int lo, int hi) {
+  return static_cast<int>((static_cast<uint32_t>(hi) << 16) | (static_cast<uint32_t>(lo) & 0xFFFFu));
+}
+
 inline __m256i bilinear8(const Rvp8u* r0, const Rvp8u* r1, __m256i wtop, __m256i wbot) {
   const __m128i a0 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r0));
   const __m128i a1 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r0 + 1));
@@ -85,8 +91,8 @@ inline __m256i bilinear8(const Rvp8u* r0, const Rvp8u* r1, __m256i wtop, __m256i
 }
 
 inline void sample_row(const Rvp8u* r0, const Rvp8u* r1, const Bilinear& b, int32_t* out, int n) {
-  const __m256i wtop = _mm256_set1_epi32((b.w01 << 16) | (b.w00 & 0xFFFF));
-  const __m256i wbot = _mm256_set1_epi32((b.w11 << 16) | (b.w10 & 0xFFFF));
+  const __m256i wtop = _mm256_set1_epi32(pair16(b.w00, b.w01));
+  const __m256i wbot = _mm256_set1_epi32(pair16(b.w10, b.w11));
   int k = 0;
   for (; k + 8 <= n; k += 8)
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + k), bilinear8(r0 + k, r1 + k, wtop, wbot));
@@ -164,8 +170,8 @@ inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2,
 
 inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* iwin,
                   const int32_t* gx2, const int32_t* gy2, int win, double* bx, double* by) {
-  const __m256i wtop = _mm256_set1_epi32((b.w01 << 16) | (b.w00 & 0xFFFF));
-  const __m256i wbot = _mm256_set1_epi32((b.w11 << 16) | (b.w10 & 0xFFFF));
+  const __m256i wtop = _mm256_set1_epi32(pair16(b.w00, b.w01));
+  const __m256i wbot = _mm256_set1_epi32(pair16(b.w10, b.w11));
   const __m256i half = _mm256_set1_epi32(64);
   __m256d ax = _mm256_setzero_pd(), ay = _mm256_setzero_pd();
   double sx = 0.0, sy = 0.0;

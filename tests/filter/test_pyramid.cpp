@@ -62,7 +62,7 @@ template <class T>
 T ref_up(const TestImage<T>& s, int x, int y, int c) {
   const int X = x / 2, Y = y / 2;
   if constexpr (std::is_same_v<T, float>) {
-    float v[3];
+    float v[3] = {0, 0, 0};
     int n = 0;
     for (int i = X - 1; i <= X + 2; ++i) {
       if (up_w(x, i) == 0) continue;
