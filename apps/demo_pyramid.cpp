@@ -48,8 +48,7 @@ struct Tracks {
 Tracks track_grid(const Image& a, const Image& b, int spacing) {
   Tracks t;
   for (int y = spacing / 2; y < a.height; y += spacing)
-    for (int x = spacing / 2; x < a.width; x += spacing)
-      t.prev.push_back({float(x), float(y)});
+    for (int x = spacing / 2; x < a.width; x += spacing) t.prev.push_back({float(x), float(y)});
   const int n = int(t.prev.size());
   t.next.resize(n);
   t.status.assign(n, -1);
@@ -114,8 +113,8 @@ Image rotate_shift(const Image& g, double degrees, double sx, double sy) {
       const uint8_t* r0 = g.row(iv);
       const uint8_t* r1 = g.row(std::min(iv + 1, g.height - 1));
       const int iu1 = std::min(iu + 1, g.width - 1);
-      const double val = (1 - fv) * ((1 - fu) * r0[iu] + fu * r0[iu1]) +
-                         fv * ((1 - fu) * r1[iu] + fu * r1[iu1]);
+      const double val =
+          (1 - fv) * ((1 - fu) * r0[iu] + fu * r0[iu1]) + fv * ((1 - fu) * r1[iu] + fu * r1[iu1]);
       out.row(y)[x] = uint8_t(std::lround(val));
     }
   return out;

@@ -14,23 +14,26 @@ template <bool Down>
 void pyr_rvpcv(benchmark::State& state, rvpb::Size2 s, int channels, bool f32) {
   cv::Mat src = rvpb::photo(s, channels);
   if (f32) src.convertTo(src, CV_32F);
-  const cv::Size out = Down ? cv::Size((s.width + 1) / 2, (s.height + 1) / 2)
-                            : cv::Size(2 * s.width, 2 * s.height);
+  const cv::Size out =
+      Down ? cv::Size((s.width + 1) / 2, (s.height + 1) / 2) : cv::Size(2 * s.width, 2 * s.height);
   cv::Mat dst(out, src.type());
   int size = 0;
   const RvpDataType t = f32 ? rvp32f : rvp8u;
-  (Down ? rvpiPyrDownGetBufSize_Gauss5x5 : rvpiPyrUpGetBufSize_Gauss5x5)(s.width, t, channels, &size);
+  (Down ? rvpiPyrDownGetBufSize_Gauss5x5 : rvpiPyrUpGetBufSize_Gauss5x5)(s.width, t, channels,
+                                                                         &size);
   std::vector<Rvp8u> buf(size);
   const RvpiSize roi{s.width, s.height};
   for (auto _ : state) {
     RvpStatus st;
     if (f32) {
-      const auto fn = Down ? (channels == 1 ? rvpiPyrDown_Gauss5x5_32f_C1R : rvpiPyrDown_Gauss5x5_32f_C3R)
-                           : (channels == 1 ? rvpiPyrUp_Gauss5x5_32f_C1R : rvpiPyrUp_Gauss5x5_32f_C3R);
+      const auto fn =
+          Down ? (channels == 1 ? rvpiPyrDown_Gauss5x5_32f_C1R : rvpiPyrDown_Gauss5x5_32f_C3R)
+               : (channels == 1 ? rvpiPyrUp_Gauss5x5_32f_C1R : rvpiPyrUp_Gauss5x5_32f_C3R);
       st = fn(src.ptr<float>(), int(src.step), dst.ptr<float>(), int(dst.step), roi, buf.data());
     } else {
-      const auto fn = Down ? (channels == 1 ? rvpiPyrDown_Gauss5x5_8u_C1R : rvpiPyrDown_Gauss5x5_8u_C3R)
-                           : (channels == 1 ? rvpiPyrUp_Gauss5x5_8u_C1R : rvpiPyrUp_Gauss5x5_8u_C3R);
+      const auto fn =
+          Down ? (channels == 1 ? rvpiPyrDown_Gauss5x5_8u_C1R : rvpiPyrDown_Gauss5x5_8u_C3R)
+               : (channels == 1 ? rvpiPyrUp_Gauss5x5_8u_C1R : rvpiPyrUp_Gauss5x5_8u_C3R);
       st = fn(src.data, int(src.step), dst.data, int(dst.step), roi, buf.data());
     }
     benchmark::DoNotOptimize(st);
@@ -149,8 +152,9 @@ void flow_opencv(benchmark::State& state, rvpb::Size2 s) {
   std::vector<uchar> status;
   std::vector<float> err;
   for (auto _ : state) {
-    cv::calcOpticalFlowPyrLK(in.a, in.b, in.pts, next, status, err, cv::Size(kWin, kWin), kLevels,
-                             cv::TermCriteria(cv::TermCriteria::COUNT | cv::TermCriteria::EPS, kIters, 0.01));
+    cv::calcOpticalFlowPyrLK(
+        in.a, in.b, in.pts, next, status, err, cv::Size(kWin, kWin), kLevels,
+        cv::TermCriteria(cv::TermCriteria::COUNT | cv::TermCriteria::EPS, kIters, 0.01));
     benchmark::ClobberMemory();
   }
   state.counters["points"] = double(in.pts.size());
@@ -158,8 +162,10 @@ void flow_opencv(benchmark::State& state, rvpb::Size2 s) {
 
 int register_flow() {
   const rvpb::Size2 s{1920, 1080};
-  benchmark::RegisterBenchmark(rvpb::bench_name("OpticalFlowPyrLK_8u", "rvpcv", s).c_str(), flow_rvpcv, s);
-  benchmark::RegisterBenchmark(rvpb::bench_name("OpticalFlowPyrLK_8u", "opencv", s).c_str(), flow_opencv, s);
+  benchmark::RegisterBenchmark(rvpb::bench_name("OpticalFlowPyrLK_8u", "rvpcv", s).c_str(),
+                               flow_rvpcv, s);
+  benchmark::RegisterBenchmark(rvpb::bench_name("OpticalFlowPyrLK_8u", "opencv", s).c_str(),
+                               flow_opencv, s);
   return 0;
 }
 const int registered_flow = register_flow();

@@ -69,8 +69,8 @@ inline Val<T> sample(const T* r0, const T* r1, int x0, int x1, const Bilinear& b
 template <class T>
 void sample_window(const Level& L, const Bilinear& b, Val<T>* out, int ow, int oh) {
   const T* base = static_cast<const T*>(L.data);
-  const bool inside = b.ix >= 0 && b.iy >= 0 && int64_t{b.ix} + ow < L.w &&
-                      int64_t{b.iy} + oh < L.h;
+  const bool inside =
+      b.ix >= 0 && b.iy >= 0 && int64_t{b.ix} + ow < L.w && int64_t{b.iy} + oh < L.h;
   if constexpr (std::is_same_v<T, Rvp8u>) {
     if (inside) {
       for (int j = 0; j < oh; ++j) {
@@ -123,8 +123,8 @@ template <class T>
 RvpStatus track(const RvpiPyramid* p1, const RvpiPyramid* p2, const RvpiPoint32f* prev,
                 RvpiPoint32f* next, Rvp8s* status, Rvp32f* error, int n, int win, int max_lev,
                 int max_iter, float threshold, RvpiOptFlowPyrLKState* s) {
-  if (p1 == nullptr || p2 == nullptr || prev == nullptr || next == nullptr ||
-      status == nullptr || error == nullptr || s == nullptr)
+  if (p1 == nullptr || p2 == nullptr || prev == nullptr || next == nullptr || status == nullptr ||
+      error == nullptr || s == nullptr)
     return rvpStsNullPtrErr;
   if (n < 1 || win < 1 || win != s->win) return rvpStsSizeErr;
   if (max_lev < 0 || max_iter < 1 || !(threshold >= 0.0f)) return rvpStsBadArgErr;
@@ -139,11 +139,10 @@ RvpStatus track(const RvpiPyramid* p1, const RvpiPyramid* p2, const RvpiPoint32f
     if (check_roi(a) || check_roi(b) || a.width != b.width || a.height != b.height)
       return rvpStsSizeErr;
   }
-  if (p1->pRoi[0].width > s->roi.width || p1->pRoi[0].height > s->roi.height)
-    return rvpStsSizeErr;
+  if (p1->pRoi[0].width > s->roi.width || p1->pRoi[0].height > s->roi.height) return rvpStsSizeErr;
   for (int l = 0; l <= max_lev; ++l)
-    if (auto st = check_steps({image<T>(p1->pStep[l], p1->pRoi[l]),
-                               image<T>(p2->pStep[l], p2->pRoi[l])}))
+    if (auto st =
+            check_steps({image<T>(p1->pStep[l], p1->pRoi[l]), image<T>(p2->pStep[l], p2->pRoi[l])}))
       return st;
   for (const RvpiPyramid* p : {p1, p2})
     for (int l = 0; l <= max_lev; ++l)
@@ -284,21 +283,21 @@ RvpStatus init(RvpiSize roi, int win, RvpiOptFlowPyrLKState** pp) {
 }  // namespace
 }  // namespace rvp::flow
 
-#define RVP_FLOW_EXPORTS(t, T)                                                                 \
-  RvpStatus rvpiOpticalFlowPyrLKInitAlloc_##t##_C1R(RvpiSize roiSize, int winSize,             \
-                                                    RvpiOptFlowPyrLKState** ppState) {          \
-    return rvp::flow::init<T>(roiSize, winSize, ppState);                                      \
-  }                                                                                            \
-  RvpStatus rvpiOpticalFlowPyrLKFree_##t##_C1R(RvpiOptFlowPyrLKState* pState) {                \
-    rvp::free_bytes(pState);                                                                   \
-    return rvpStsNoErr;                                                                        \
-  }                                                                                            \
-  RvpStatus rvpiOpticalFlowPyrLK_##t##_C1R(                                                    \
-      const RvpiPyramid* pPyr1, const RvpiPyramid* pPyr2, const RvpiPoint32f* pPrev,           \
-      RvpiPoint32f* pNext, Rvp8s* pStatus, Rvp32f* pError, int numFeat, int winSize,           \
-      int maxLev, int maxIter, Rvp32f threshold, RvpiOptFlowPyrLKState* pState) {              \
-    return rvp::flow::track<T>(pPyr1, pPyr2, pPrev, pNext, pStatus, pError, numFeat, winSize,  \
-                               maxLev, maxIter, threshold, pState);                            \
+#define RVP_FLOW_EXPORTS(t, T)                                                                   \
+  RvpStatus rvpiOpticalFlowPyrLKInitAlloc_##t##_C1R(RvpiSize roiSize, int winSize,               \
+                                                    RvpiOptFlowPyrLKState** ppState) {           \
+    return rvp::flow::init<T>(roiSize, winSize, ppState);                                        \
+  }                                                                                              \
+  RvpStatus rvpiOpticalFlowPyrLKFree_##t##_C1R(RvpiOptFlowPyrLKState* pState) {                  \
+    rvp::free_bytes(pState);                                                                     \
+    return rvpStsNoErr;                                                                          \
+  }                                                                                              \
+  RvpStatus rvpiOpticalFlowPyrLK_##t##_C1R(                                                      \
+      const RvpiPyramid* pPyr1, const RvpiPyramid* pPyr2, const RvpiPoint32f* pPrev,             \
+      RvpiPoint32f* pNext, Rvp8s* pStatus, Rvp32f* pError, int numFeat, int winSize, int maxLev, \
+      int maxIter, Rvp32f threshold, RvpiOptFlowPyrLKState* pState) {                            \
+    return rvp::flow::track<T>(pPyr1, pPyr2, pPrev, pNext, pStatus, pError, numFeat, winSize,    \
+                               maxLev, maxIter, threshold, pState);                              \
   }
 RVP_FLOW_EXPORTS(8u, Rvp8u)
 RVP_FLOW_EXPORTS(16u, Rvp16u)

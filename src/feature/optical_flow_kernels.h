@@ -44,7 +44,6 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
   *by = sy;
 }
 
-
 // n fixed-point samples of a window row: reads r0[0..n] and r1[0..n].
 inline void sample_row(const Rvp8u* r0, const Rvp8u* r1, const Bilinear& b, int32_t* out, int n) {
   for (int k = 0; k < n; ++k) out[k] = sample_fixed(r0[k], r0[k + 1], r1[k], r1[k + 1], b);
@@ -76,7 +75,8 @@ namespace avx2 {
 // Two 16-bit weights as one 32-bit lane (low, high) for madd; a weight may be -1 or -2 when the
 // rounding of the others overshoots, so the packing goes through unsigned arithmetic.
 inline int pair16(int lo, int hi) {
-  return static_cast<int>((static_cast<uint32_t>(hi) << 16) | (static_cast<uint32_t>(lo) & 0xFFFFu));
+  return static_cast<int>((static_cast<uint32_t>(hi) << 16) |
+                          (static_cast<uint32_t>(lo) & 0xFFFFu));
 }
 
 inline __m256i bilinear8(const Rvp8u* r0, const Rvp8u* r1, __m256i wtop, __m256i wbot) {
@@ -119,7 +119,9 @@ inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2,
   const int pw = win + 2;
   __m256d axx = _mm256_setzero_pd(), axy = axx, ayy = axx;
   double xx = 0.0, xy = 0.0, yy = 0.0;
-  auto ld = [](const int32_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); };
+  auto ld = [](const int32_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
   for (int j = 0; j < win; ++j) {
     int k = 0;
     for (; k + 8 <= win; k += 8) {
@@ -189,12 +191,12 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
       __m256i v = _mm256_add_epi32(_mm256_madd_epi16(top, wtop), _mm256_madd_epi16(bot, wbot));
       v = _mm256_srai_epi32(_mm256_add_epi32(v, half), 7);
       const int o = j * win + k;
-      const __m256i d = _mm256_sub_epi32(
-          _mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v);
-      const __m256i px = _mm256_mullo_epi32(
-          d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o)));
-      const __m256i py = _mm256_mullo_epi32(
-          d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o)));
+      const __m256i d =
+          _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v);
+      const __m256i px =
+          _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o)));
+      const __m256i py =
+          _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o)));
       ax = _mm256_add_pd(ax, _mm256_cvtepi32_pd(_mm256_castsi256_si128(px)));
       ax = _mm256_add_pd(ax, _mm256_cvtepi32_pd(_mm256_extracti128_si256(px, 1)));
       ay = _mm256_add_pd(ay, _mm256_cvtepi32_pd(_mm256_castsi256_si128(py)));
@@ -209,11 +211,12 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
       const __m256i v = bilinear8(r0 + k0, r1 + k0, wtop, wbot);
       const int o = j * win + k0;
       const __m256i d = _mm256_and_si256(
-          keep, _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v));
-      ax = add_products(ax, _mm256_mullo_epi32(
-                                d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o))));
-      ay = add_products(ay, _mm256_mullo_epi32(
-                                d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o))));
+          keep,
+          _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v));
+      ax = add_products(
+          ax, _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o))));
+      ay = add_products(
+          ay, _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o))));
       k = win;
     }
     for (; k < win; ++k) {

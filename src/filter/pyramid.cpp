@@ -356,8 +356,8 @@ void up_taps(int x, int n, const RvpiPyramidUpState* s, Taps* t) {
 }
 
 template <class T, int C>
-RvpStatus layer_up(const T* src, int srcStep, T* dst, int dstStep, RvpiSize srcRoi,
-                   RvpiSize dstRoi, const RvpiPyramidUpState* s) {
+RvpStatus layer_up(const T* src, int srcStep, T* dst, int dstStep, RvpiSize srcRoi, RvpiSize dstRoi,
+                   const RvpiPyramidUpState* s) {
   if (auto st = any_null(src, dst, s)) return st;
   if (auto st = check_roi(srcRoi)) return st;
   if (auto st = check_roi(dstRoi)) return st;
@@ -372,8 +372,8 @@ RvpStatus layer_up(const T* src, int srcStep, T* dst, int dstStep, RvpiSize srcR
   // One allocation: the intermediate row, the column taps, then the tap arrays (+1 row's worth
   // for the vertical taps).
   const int64_t cap = taps_capacity(s->ksize);
-  const int64_t bytes = 4 * int64_t{n} + int64_t{sizeof(Taps)} * dstRoi.width +
-                        8 * cap * (int64_t{dstRoi.width} + 1);
+  const int64_t bytes =
+      4 * int64_t{n} + int64_t{sizeof(Taps)} * dstRoi.width + 8 * cap * (int64_t{dstRoi.width} + 1);
   if (bytes > std::numeric_limits<int>::max()) return rvpStsMemAllocErr;
   void* mem = alloc_bytes(static_cast<int>(bytes));
   if (mem == nullptr) return rvpStsMemAllocErr;
@@ -418,14 +418,14 @@ RvpStatus layer_up(const T* src, int srcStep, T* dst, int dstStep, RvpiSize srcR
 using rvp::pyr::pyr_down;
 using rvp::pyr::pyr_up;
 
-#define RVP_PYR_EXPORTS(t, T, C)                                                                \
-  RvpStatus rvpiPyrDown_Gauss5x5_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst,             \
-                                               int dstStep, RvpiSize roiSize, Rvp8u* pBuffer) { \
-    return pyr_down<T, C>(pSrc, srcStep, pDst, dstStep, roiSize, pBuffer);                      \
-  }                                                                                             \
-  RvpStatus rvpiPyrUp_Gauss5x5_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst, int dstStep,  \
-                                             RvpiSize roiSize, Rvp8u* pBuffer) {                \
-    return pyr_up<T, C>(pSrc, srcStep, pDst, dstStep, roiSize, pBuffer);                        \
+#define RVP_PYR_EXPORTS(t, T, C)                                                                 \
+  RvpStatus rvpiPyrDown_Gauss5x5_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst, int dstStep, \
+                                               RvpiSize roiSize, Rvp8u* pBuffer) {               \
+    return pyr_down<T, C>(pSrc, srcStep, pDst, dstStep, roiSize, pBuffer);                       \
+  }                                                                                              \
+  RvpStatus rvpiPyrUp_Gauss5x5_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst, int dstStep,   \
+                                             RvpiSize roiSize, Rvp8u* pBuffer) {                 \
+    return pyr_up<T, C>(pSrc, srcStep, pDst, dstStep, roiSize, pBuffer);                         \
   }
 RVP_PYR_EXPORTS(8u, Rvp8u, 1)
 RVP_PYR_EXPORTS(8u, Rvp8u, 3)
@@ -503,38 +503,35 @@ RvpStatus rvpiPyramidFree(RvpiPyramid* pPyr) {
   return rvpStsNoErr;
 }
 
-#define RVP_LAYER_EXPORTS(t, T, C)                                                              \
-  RvpStatus rvpiPyramidLayerDownInitAlloc_##t##_C##C##R(RvpiSize srcRoi, Rvp32f rate,           \
-                                                        const Rvp32f* pKernel, int kerSize,     \
-                                                        int mode,                               \
-                                                        RvpiPyramidDownState** ppState) {       \
-    return rvp::pyr::layer_down_init<T, C>(srcRoi, rate, pKernel, kerSize, mode, ppState);      \
-  }                                                                                             \
-  RvpStatus rvpiPyramidLayerDown_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst,             \
-                                               int dstStep, RvpiSize srcRoiSize,                \
-                                               RvpiSize dstRoiSize,                             \
-                                               const RvpiPyramidDownState* pState) {            \
-    return rvp::pyr::layer_down<T, C>(pSrc, srcStep, pDst, dstStep, srcRoiSize, dstRoiSize,     \
-                                      pState);                                                  \
-  }                                                                                             \
-  RvpStatus rvpiPyramidLayerDownFree_##t##_C##C##R(RvpiPyramidDownState* pState) {              \
-    rvp::free_bytes(pState);                                                                    \
-    return rvpStsNoErr;                                                                         \
-  }                                                                                             \
-  RvpStatus rvpiPyramidLayerUpInitAlloc_##t##_C##C##R(RvpiSize dstRoi, Rvp32f rate,             \
-                                                      const Rvp32f* pKernel, int kerSize,       \
-                                                      int mode, RvpiPyramidUpState** ppState) { \
-    return rvp::pyr::layer_up_init<T, C>(dstRoi, rate, pKernel, kerSize, mode, ppState);        \
-  }                                                                                             \
-  RvpStatus rvpiPyramidLayerUp_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst, int dstStep,  \
-                                             RvpiSize srcRoiSize, RvpiSize dstRoiSize,          \
-                                             const RvpiPyramidUpState* pState) {                \
-    return rvp::pyr::layer_up<T, C>(pSrc, srcStep, pDst, dstStep, srcRoiSize, dstRoiSize,       \
-                                    pState);                                                    \
-  }                                                                                             \
-  RvpStatus rvpiPyramidLayerUpFree_##t##_C##C##R(RvpiPyramidUpState* pState) {                  \
-    rvp::free_bytes(pState);                                                                    \
-    return rvpStsNoErr;                                                                         \
+#define RVP_LAYER_EXPORTS(t, T, C)                                                                 \
+  RvpStatus rvpiPyramidLayerDownInitAlloc_##t##_C##C##R(                                           \
+      RvpiSize srcRoi, Rvp32f rate, const Rvp32f* pKernel, int kerSize, int mode,                  \
+      RvpiPyramidDownState** ppState) {                                                            \
+    return rvp::pyr::layer_down_init<T, C>(srcRoi, rate, pKernel, kerSize, mode, ppState);         \
+  }                                                                                                \
+  RvpStatus rvpiPyramidLayerDown_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst, int dstStep,   \
+                                               RvpiSize srcRoiSize, RvpiSize dstRoiSize,           \
+                                               const RvpiPyramidDownState* pState) {               \
+    return rvp::pyr::layer_down<T, C>(pSrc, srcStep, pDst, dstStep, srcRoiSize, dstRoiSize,        \
+                                      pState);                                                     \
+  }                                                                                                \
+  RvpStatus rvpiPyramidLayerDownFree_##t##_C##C##R(RvpiPyramidDownState* pState) {                 \
+    rvp::free_bytes(pState);                                                                       \
+    return rvpStsNoErr;                                                                            \
+  }                                                                                                \
+  RvpStatus rvpiPyramidLayerUpInitAlloc_##t##_C##C##R(RvpiSize dstRoi, Rvp32f rate,                \
+                                                      const Rvp32f* pKernel, int kerSize,          \
+                                                      int mode, RvpiPyramidUpState** ppState) {    \
+    return rvp::pyr::layer_up_init<T, C>(dstRoi, rate, pKernel, kerSize, mode, ppState);           \
+  }                                                                                                \
+  RvpStatus rvpiPyramidLayerUp_##t##_C##C##R(const T* pSrc, int srcStep, T* pDst, int dstStep,     \
+                                             RvpiSize srcRoiSize, RvpiSize dstRoiSize,             \
+                                             const RvpiPyramidUpState* pState) {                   \
+    return rvp::pyr::layer_up<T, C>(pSrc, srcStep, pDst, dstStep, srcRoiSize, dstRoiSize, pState); \
+  }                                                                                                \
+  RvpStatus rvpiPyramidLayerUpFree_##t##_C##C##R(RvpiPyramidUpState* pState) {                     \
+    rvp::free_bytes(pState);                                                                       \
+    return rvpStsNoErr;                                                                            \
   }
 RVP_LAYER_EXPORTS(8u, Rvp8u, 1)
 RVP_LAYER_EXPORTS(8u, Rvp8u, 3)

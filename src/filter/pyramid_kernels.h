@@ -124,13 +124,15 @@ inline __m256i ld(const int16_t* p) {
 }
 inline void st(int16_t* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); }
 inline __m256i x4(__m256i a) { return _mm256_slli_epi16(a, 2); }
-inline __m256i x6(__m256i a) { return _mm256_add_epi16(_mm256_slli_epi16(a, 2), _mm256_slli_epi16(a, 1)); }
+inline __m256i x6(__m256i a) {
+  return _mm256_add_epi16(_mm256_slli_epi16(a, 2), _mm256_slli_epi16(a, 1));
+}
 
 // Two vectors of sixteen 16-bit results, already shifted, as 32 bytes in order.
 template <class T>
 inline __m256i pack_bytes(__m256i lo, __m256i hi) {
-  const __m256i p = std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(lo, hi)
-                                             : _mm256_packs_epi16(lo, hi);
+  const __m256i p =
+      std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(lo, hi) : _mm256_packs_epi16(lo, hi);
   return _mm256_permute4x64_epi64(p, 0xD8);
 }
 template <class T>
@@ -235,8 +237,8 @@ void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
           r[k] = _mm256_srai_epi32(_mm256_add_epi32(sum, half), 8);
         }
         const __m256i p16 = _mm256_permute4x64_epi64(_mm256_packs_epi32(r[0], r[1]), 0xD8);
-        const __m256i p8 = std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(p16, p16)
-                                                    : _mm256_packs_epi16(p16, p16);
+        const __m256i p8 =
+            std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(p16, p16) : _mm256_packs_epi16(p16, p16);
         _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + X),
                          _mm256_castsi256_si128(_mm256_permute4x64_epi64(p8, 0x08)));
       }
@@ -252,7 +254,8 @@ void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
       for (; 2 * X + 16 <= n; X += 8) {
         const __m256 a = _mm256_loadu_ps(tmp + 2 * X), b = _mm256_loadu_ps(tmp + 2 * X + 8);
         const __m256 e = _mm256_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0));
-        _mm256_storeu_ps(dst + X, _mm256_castpd_ps(_mm256_permute4x64_pd(_mm256_castps_pd(e), 0xD8)));
+        _mm256_storeu_ps(dst + X,
+                         _mm256_castpd_ps(_mm256_permute4x64_pd(_mm256_castps_pd(e), 0xD8)));
       }
     } else {
       for (; 2 * X + 32 <= n; X += 16) {
@@ -268,7 +271,8 @@ void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
       // Four output pixels from two 16-byte loads (pixels 2X, 2X+2 of each), stored as 16
       // bytes of which the last 4 are rewritten by the next step.
       const __m128i pick = _mm_setr_epi8(0, 1, 2, 6, 7, 8, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
-      const __m128i pick_hi = _mm_setr_epi8(-1, -1, -1, -1, -1, -1, 0, 1, 2, 6, 7, 8, -1, -1, -1, -1);
+      const __m128i pick_hi =
+          _mm_setr_epi8(-1, -1, -1, -1, -1, -1, 0, 1, 2, 6, 7, 8, -1, -1, -1, -1);
       for (; 3 * X + 16 <= 3 * out_w && 6 * X + 28 <= n; X += 4) {
         const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(tmp + 6 * X));
         const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(tmp + 6 * X + 12));
@@ -334,8 +338,10 @@ void up_horz(const Acc<T>* v, T* dst, int in_w, int C, T* tmp) {
       for (; X + 8 <= in_w; X += 8) {
         const __m256 l = _mm256_loadu_ps(v + X - 1), m = _mm256_loadu_ps(v + X),
                      r = _mm256_loadu_ps(v + X + 1);
-        const __m256 e = _mm256_mul_ps(_mm256_add_ps(_mm256_add_ps(l, _mm256_mul_ps(m, k6)), r), scale);
-        const __m256 o = _mm256_mul_ps(_mm256_add_ps(_mm256_mul_ps(m, k4), _mm256_mul_ps(r, k4)), scale);
+        const __m256 e =
+            _mm256_mul_ps(_mm256_add_ps(_mm256_add_ps(l, _mm256_mul_ps(m, k6)), r), scale);
+        const __m256 o =
+            _mm256_mul_ps(_mm256_add_ps(_mm256_mul_ps(m, k4), _mm256_mul_ps(r, k4)), scale);
         const __m256 lo = _mm256_unpacklo_ps(e, o), hi = _mm256_unpackhi_ps(e, o);
         _mm256_storeu_ps(dst + 2 * X, _mm256_permute2f128_ps(lo, hi, 0x20));
         _mm256_storeu_ps(dst + 2 * X + 8, _mm256_permute2f128_ps(lo, hi, 0x31));
@@ -348,8 +354,11 @@ void up_horz(const Acc<T>* v, T* dst, int in_w, int C, T* tmp) {
       for (; i + 8 <= n; i += 8) {
         const __m256 l = _mm256_loadu_ps(v + i - C), m = _mm256_loadu_ps(v + i),
                      r = _mm256_loadu_ps(v + i + C);
-        _mm256_storeu_ps(te + i, _mm256_mul_ps(_mm256_add_ps(_mm256_add_ps(l, _mm256_mul_ps(m, k6)), r), scale));
-        _mm256_storeu_ps(to + i, _mm256_mul_ps(_mm256_add_ps(_mm256_mul_ps(m, k4), _mm256_mul_ps(r, k4)), scale));
+        _mm256_storeu_ps(
+            te + i, _mm256_mul_ps(_mm256_add_ps(_mm256_add_ps(l, _mm256_mul_ps(m, k6)), r), scale));
+        _mm256_storeu_ps(
+            to + i,
+            _mm256_mul_ps(_mm256_add_ps(_mm256_mul_ps(m, k4), _mm256_mul_ps(r, k4)), scale));
       }
       for (; i < n; ++i) {
         te[i] = ((v[i - C] + v[i] * 6.0f) + v[i + C]) * (1.0f / 64.0f);
@@ -369,8 +378,8 @@ void up_horz(const Acc<T>* v, T* dst, int in_w, int C, T* tmp) {
         const __m256i e = shift_up<T>(_mm256_add_epi16(_mm256_add_epi16(l, r), x6(m)));
         const __m256i o = shift_up<T>(x4(_mm256_add_epi16(m, r)));
         const __m256i lo = _mm256_unpacklo_epi16(e, o), hi = _mm256_unpackhi_epi16(e, o);
-        const __m256i p = std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(lo, hi)
-                                                   : _mm256_packs_epi16(lo, hi);
+        const __m256i p =
+            std::is_same_v<T, Rvp8u> ? _mm256_packus_epi16(lo, hi) : _mm256_packs_epi16(lo, hi);
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + 2 * X), p);
       }
     } else {

@@ -100,8 +100,8 @@ RvpStatus intersect(const S* src, int srcStep, RvpiSize sroi, D* dst, int dstSte
     D* d = row(dst, dstStep, y);
     for (int x = 0; x < droi.width; ++x) {
       const Tap tx = tap(ox + static_cast<float>(x), sroi.width, kFloorX);
-      const float v = CopyKernel<S, D>::interp(weights(tx.f, ty.f), r0[tx.i0], r0[tx.i1],
-                                               r1[tx.i0], r1[tx.i1]);
+      const float v =
+          CopyKernel<S, D>::interp(weights(tx.f, ty.f), r0[tx.i0], r0[tx.i1], r1[tx.i0], r1[tx.i1]);
       if constexpr (Sfs)
         d[x] = scaled(v, sf);
       else if constexpr (std::is_same_v<D, Rvp32f>)
@@ -122,12 +122,13 @@ inline int64_t div_round(int64_t a, int64_t b) {
 }
 
 template <class T, int C>
-RvpStatus sample_line(const T* src, int srcStep, RvpiSize roi, T* dst, RvpiPoint p1,
-                      RvpiPoint p2) {
+RvpStatus sample_line(const T* src, int srcStep, RvpiSize roi, T* dst, RvpiPoint p1, RvpiPoint p2) {
   if (auto st = any_null(src, dst)) return st;
   if (auto st = check_roi(roi)) return st;
   if (auto st = check_steps({image<T>(srcStep, roi, C)})) return st;
-  auto in = [&](RvpiPoint p) { return p.x >= 0 && p.y >= 0 && p.x < roi.width && p.y < roi.height; };
+  auto in = [&](RvpiPoint p) {
+    return p.x >= 0 && p.y >= 0 && p.x < roi.width && p.y < roi.height;
+  };
   if (!in(p1) || !in(p2)) return rvpStsOutOfRangeErr;
   const int64_t dx = int64_t{p2.x} - p1.x, dy = int64_t{p2.y} - p1.y;
   const int64_t n = std::max(dx < 0 ? -dx : dx, dy < 0 ? -dy : dy);
@@ -147,17 +148,16 @@ RvpStatus sample_line(const T* src, int srcStep, RvpiSize roi, T* dst, RvpiPoint
 using rvp::subpix::copy;
 using rvp::subpix::intersect;
 
-#define RVP_SUBPIX_EXPORTS(t, S, D)                                                            \
-  RvpStatus rvpiCopySubpix_##t##_C1R(const S* pSrc, int srcStep, D* pDst, int dstStep,         \
-                                     RvpiSize roiSize, Rvp32f dx, Rvp32f dy) {                 \
-    return copy<S, D, false>(pSrc, srcStep, pDst, dstStep, roiSize, dx, dy, 0);                \
-  }                                                                                            \
-  RvpStatus rvpiCopySubpixIntersect_##t##_C1R(const S* pSrc, int srcStep, RvpiSize srcRoiSize, \
-                                              D* pDst, int dstStep, RvpiSize dstRoiSize,       \
-                                              RvpiPoint32f point, RvpiPoint* pMin,             \
-                                              RvpiPoint* pMax) {                               \
-    return intersect<S, D, false>(pSrc, srcStep, srcRoiSize, pDst, dstStep, dstRoiSize, point, \
-                                  pMin, pMax, 0);                                              \
+#define RVP_SUBPIX_EXPORTS(t, S, D)                                                               \
+  RvpStatus rvpiCopySubpix_##t##_C1R(const S* pSrc, int srcStep, D* pDst, int dstStep,            \
+                                     RvpiSize roiSize, Rvp32f dx, Rvp32f dy) {                    \
+    return copy<S, D, false>(pSrc, srcStep, pDst, dstStep, roiSize, dx, dy, 0);                   \
+  }                                                                                               \
+  RvpStatus rvpiCopySubpixIntersect_##t##_C1R(                                                    \
+      const S* pSrc, int srcStep, RvpiSize srcRoiSize, D* pDst, int dstStep, RvpiSize dstRoiSize, \
+      RvpiPoint32f point, RvpiPoint* pMin, RvpiPoint* pMax) {                                     \
+    return intersect<S, D, false>(pSrc, srcStep, srcRoiSize, pDst, dstStep, dstRoiSize, point,    \
+                                  pMin, pMax, 0);                                                 \
   }
 RVP_SUBPIX_EXPORTS(8u, Rvp8u, Rvp8u)
 RVP_SUBPIX_EXPORTS(8u32f, Rvp8u, Rvp32f)
@@ -170,19 +170,18 @@ RvpStatus rvpiCopySubpix_8u16u_C1R_Sfs(const Rvp8u* pSrc, int srcStep, Rvp16u* p
                                        RvpiSize roiSize, Rvp32f dx, Rvp32f dy, int scaleFactor) {
   return copy<Rvp8u, Rvp16u, true>(pSrc, srcStep, pDst, dstStep, roiSize, dx, dy, scaleFactor);
 }
-RvpStatus rvpiCopySubpixIntersect_8u16u_C1R_Sfs(const Rvp8u* pSrc, int srcStep,
-                                                RvpiSize srcRoiSize, Rvp16u* pDst, int dstStep,
-                                                RvpiSize dstRoiSize, RvpiPoint32f point,
-                                                RvpiPoint* pMin, RvpiPoint* pMax,
-                                                int scaleFactor) {
-  return intersect<Rvp8u, Rvp16u, true>(pSrc, srcStep, srcRoiSize, pDst, dstStep, dstRoiSize,
-                                        point, pMin, pMax, scaleFactor);
+RvpStatus rvpiCopySubpixIntersect_8u16u_C1R_Sfs(const Rvp8u* pSrc, int srcStep, RvpiSize srcRoiSize,
+                                                Rvp16u* pDst, int dstStep, RvpiSize dstRoiSize,
+                                                RvpiPoint32f point, RvpiPoint* pMin,
+                                                RvpiPoint* pMax, int scaleFactor) {
+  return intersect<Rvp8u, Rvp16u, true>(pSrc, srcStep, srcRoiSize, pDst, dstStep, dstRoiSize, point,
+                                        pMin, pMax, scaleFactor);
 }
 
-#define RVP_LINE_EXPORT(t, T, C)                                                               \
+#define RVP_LINE_EXPORT(t, T, C)                                                                \
   RvpStatus rvpiSampleLine_##t##_C##C##R(const T* pSrc, int srcStep, RvpiSize roiSize, T* pDst, \
-                                         RvpiPoint pt1, RvpiPoint pt2) {                       \
-    return rvp::subpix::sample_line<T, C>(pSrc, srcStep, roiSize, pDst, pt1, pt2);             \
+                                         RvpiPoint pt1, RvpiPoint pt2) {                        \
+    return rvp::subpix::sample_line<T, C>(pSrc, srcStep, roiSize, pDst, pt1, pt2);              \
   }
 RVP_LINE_EXPORT(8u, Rvp8u, 1)
 RVP_LINE_EXPORT(8u, Rvp8u, 3)

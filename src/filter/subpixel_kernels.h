@@ -55,7 +55,8 @@ struct CopyKernel {
       // Sources are non-negative integers, so v lies in [0, max(S)] and the conversion (ties to
       // even, the default mode) never overflows; the packs saturate like the scalar path.
       const __m256i q = _mm256_cvtps_epi32(v);
-      const __m128i p16 = _mm_packus_epi32(_mm256_castsi256_si128(q), _mm256_extracti128_si256(q, 1));
+      const __m128i p16 =
+          _mm_packus_epi32(_mm256_castsi256_si128(q), _mm256_extracti128_si256(q, 1));
       if constexpr (std::is_same_v<D, Rvp16u>)
         _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i), p16);
       else

@@ -60,8 +60,9 @@ TEST(PyramidXcheck, PyrUp8uMatchesExceptTheLastTwoRowsAndColumns) {
       ASSERT_EQ(rvpiPyrUpGetBufSize_Gauss5x5(src.cols, rvp8u, c, &size), 0);
       std::vector<Rvp8u> buf(size);
       const auto fn = c == 1 ? rvpiPyrUp_Gauss5x5_8u_C1R : rvpiPyrUp_Gauss5x5_8u_C3R;
-      ASSERT_EQ(fn(src.data, int(src.step), got.data, int(got.step), {src.cols, src.rows},
-                   buf.data()), 0);
+      ASSERT_EQ(
+          fn(src.data, int(src.step), got.data, int(got.step), {src.cols, src.rows}, buf.data()),
+          0);
       const cv::Rect inner(0, 0, want.cols - 2, want.rows - 2);
       EXPECT_EQ(cv::norm(got(inner), want(inner), cv::NORM_INF), 0.0)
           << src.cols << "x" << src.rows << " c" << c;
@@ -85,9 +86,11 @@ TEST(PyramidXcheck, Float32WithinRounding) {
   std::vector<Rvp8u> buf(size * 2);
   const RvpiSize roi{photo.cols, photo.rows};
   ASSERT_EQ(rvpiPyrDown_Gauss5x5_32f_C1R(photo.ptr<float>(), int(photo.step), down.ptr<float>(),
-                                         int(down.step), roi, buf.data()), 0);
+                                         int(down.step), roi, buf.data()),
+            0);
   ASSERT_EQ(rvpiPyrUp_Gauss5x5_32f_C1R(photo.ptr<float>(), int(photo.step), up.ptr<float>(),
-                                       int(up.step), roi, buf.data()), 0);
+                                       int(up.step), roi, buf.data()),
+            0);
   const double dd = cv::norm(down, want_down, cv::NORM_INF);
   const cv::Rect inner(0, 0, up.cols - 2, up.rows - 2);
   const double du = cv::norm(up(inner), want_up(inner), cv::NORM_INF);
@@ -100,10 +103,10 @@ TEST(PyramidXcheck, Float32WithinRounding) {
 
 // ---- optical flow against cv::calcOpticalFlowPyrLK on real frame pairs -----------------------
 
-#include <opencv2/video/tracking.hpp>
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <opencv2/video/tracking.hpp>
 
 namespace {
 
@@ -125,8 +128,9 @@ FlowAgreement compare_flow(const cv::Mat& a, const cv::Mat& b) {
   std::vector<cv::Point2f> cv_next;
   std::vector<uchar> cv_status;
   std::vector<float> cv_err;
-  cv::calcOpticalFlowPyrLK(a, b, corners, cv_next, cv_status, cv_err, cv::Size(win, win), levels,
-                           cv::TermCriteria(cv::TermCriteria::COUNT | cv::TermCriteria::EPS, iters, 0.01));
+  cv::calcOpticalFlowPyrLK(
+      a, b, corners, cv_next, cv_status, cv_err, cv::Size(win, win), levels,
+      cv::TermCriteria(cv::TermCriteria::COUNT | cv::TermCriteria::EPS, iters, 0.01));
 
   // The same pyramids with this library.
   RvpiPyramid *p1 = nullptr, *p2 = nullptr;
@@ -144,8 +148,10 @@ FlowAgreement compare_flow(const cv::Mat& a, const cv::Mat& b) {
       l1[l].create(s.height, s.width, CV_8U);
       l2[l].create(s.height, s.width, CV_8U);
       const RvpiSize up = p1->pRoi[l - 1];
-      rvpiPyrDown_Gauss5x5_8u_C1R(l1[l - 1].data, int(l1[l - 1].step), l1[l].data, int(l1[l].step), up, buf.data());
-      rvpiPyrDown_Gauss5x5_8u_C1R(l2[l - 1].data, int(l2[l - 1].step), l2[l].data, int(l2[l].step), up, buf.data());
+      rvpiPyrDown_Gauss5x5_8u_C1R(l1[l - 1].data, int(l1[l - 1].step), l1[l].data, int(l1[l].step),
+                                  up, buf.data());
+      rvpiPyrDown_Gauss5x5_8u_C1R(l2[l - 1].data, int(l2[l - 1].step), l2[l].data, int(l2[l].step),
+                                  up, buf.data());
     }
     p1->pImage[l] = l1[l].data;
     p2->pImage[l] = l2[l].data;
@@ -159,8 +165,9 @@ FlowAgreement compare_flow(const cv::Mat& a, const cv::Mat& b) {
   std::vector<Rvp32f> err(n);
   RvpiOptFlowPyrLKState* st = nullptr;
   EXPECT_EQ(rvpiOpticalFlowPyrLKInitAlloc_8u_C1R({a.cols, a.rows}, win, &st), 0);
-  EXPECT_EQ(rvpiOpticalFlowPyrLK_8u_C1R(p1, p2, prev.data(), next.data(), status.data(), err.data(), n,
-                                        win, levels, iters, 1e-4f, st), 0);
+  EXPECT_EQ(rvpiOpticalFlowPyrLK_8u_C1R(p1, p2, prev.data(), next.data(), status.data(), err.data(),
+                                        n, win, levels, iters, 1e-4f, st),
+            0);
   rvpiOpticalFlowPyrLKFree_8u_C1R(st);
   rvpiPyramidFree(p1);
   rvpiPyramidFree(p2);
@@ -192,13 +199,14 @@ TEST(FlowXcheck, RealFramePairsAgreeWithOpenCV) {
   for (const auto& p : pairs) {
     const std::string fa = std::string(kFlowData) + p[0], fb = std::string(kFlowData) + p[1];
     if (!readable(fa) || !readable(fb)) continue;
-    const cv::Mat a = cv::imread(fa, cv::IMREAD_GRAYSCALE), b = cv::imread(fb, cv::IMREAD_GRAYSCALE);
+    const cv::Mat a = cv::imread(fa, cv::IMREAD_GRAYSCALE),
+                  b = cv::imread(fb, cv::IMREAD_GRAYSCALE);
     ASSERT_FALSE(a.empty());
     const FlowAgreement r = compare_flow(a, b);
-    std::printf("%s: %d points, both tracked %d, tracked/lost agreement %.1f%%, endpoint "
-                "difference median %.4f px, 95th percentile %.4f px\n",
-                p[0].c_str(), r.points, r.both_tracked, 100.0 * r.agree_lost / r.points, r.median,
-                r.p95);
+    std::printf(
+        "%s: %d points, both tracked %d, tracked/lost agreement %.1f%%, endpoint "
+        "difference median %.4f px, 95th percentile %.4f px\n",
+        p[0].c_str(), r.points, r.both_tracked, 100.0 * r.agree_lost / r.points, r.median, r.p95);
     EXPECT_GT(r.both_tracked, r.points * 8 / 10);
     EXPECT_LT(r.median, 0.05);
     EXPECT_LT(r.p95, 0.5);

@@ -54,18 +54,21 @@ struct Pyr {
         rvpiPyrDownGetBufSize_Gauss5x5(a.width, rvp8u, 1, &size);
         std::vector<Rvp8u> buf(size);
         EXPECT_EQ(rvpiPyrDown_Gauss5x5_8u_C1R(levels[l - 1].data(), rec->pStep[l - 1],
-                                              levels[l].data(), rec->pStep[l], a, buf.data()), 0);
+                                              levels[l].data(), rec->pStep[l], a, buf.data()),
+                  0);
       } else {
         RvpiPyramidDownState* st = nullptr;
         if constexpr (std::is_same_v<T, Rvp16u>) {
           EXPECT_EQ(rvpiPyramidLayerDownInitAlloc_16u_C1R(a, 2.0f, kGauss5, 5, 1, &st), 0);
           EXPECT_EQ(rvpiPyramidLayerDown_16u_C1R(levels[l - 1].data(), rec->pStep[l - 1],
-                                                 levels[l].data(), rec->pStep[l], a, b, st), 0);
+                                                 levels[l].data(), rec->pStep[l], a, b, st),
+                    0);
           rvpiPyramidLayerDownFree_16u_C1R(st);
         } else {
           EXPECT_EQ(rvpiPyramidLayerDownInitAlloc_32f_C1R(a, 2.0f, kGauss5, 5, 1, &st), 0);
           EXPECT_EQ(rvpiPyramidLayerDown_32f_C1R(levels[l - 1].data(), rec->pStep[l - 1],
-                                                 levels[l].data(), rec->pStep[l], a, b, st), 0);
+                                                 levels[l].data(), rec->pStep[l], a, b, st),
+                    0);
           rvpiPyramidLayerDownFree_32f_C1R(st);
         }
       }
@@ -76,12 +79,12 @@ struct Pyr {
 
 template <class T>
 struct Flow;
-#define RVPT_FLOW(t, T)                                                      \
-  template <>                                                                \
-  struct Flow<T> {                                                           \
-    static constexpr auto init = rvpiOpticalFlowPyrLKInitAlloc_##t##_C1R;   \
-    static constexpr auto run = rvpiOpticalFlowPyrLK_##t##_C1R;             \
-    static constexpr auto release = rvpiOpticalFlowPyrLKFree_##t##_C1R;     \
+#define RVPT_FLOW(t, T)                                                   \
+  template <>                                                             \
+  struct Flow<T> {                                                        \
+    static constexpr auto init = rvpiOpticalFlowPyrLKInitAlloc_##t##_C1R; \
+    static constexpr auto run = rvpiOpticalFlowPyrLK_##t##_C1R;           \
+    static constexpr auto release = rvpiOpticalFlowPyrLKFree_##t##_C1R;   \
   };
 RVPT_FLOW(8u, Rvp8u)
 RVPT_FLOW(16u, Rvp16u)
@@ -105,8 +108,8 @@ Result run_flow(const Pyr<T>& a, const Pyr<T>& b, const std::vector<RvpiPoint32f
   r.next.assign(n, {-7.0f, -7.0f});
   r.status.assign(n, 99);
   r.error.assign(n, -9.0f);
-  r.st = Flow<T>::run(a.rec, b.rec, prev.data(), r.next.data(), r.status.data(), r.error.data(),
-                      n, win, max_lev, max_iter, threshold, s);
+  r.st = Flow<T>::run(a.rec, b.rec, prev.data(), r.next.data(), r.status.data(), r.error.data(), n,
+                      win, max_lev, max_iter, threshold, s);
   Flow<T>::release(s);
   return r;
 }
@@ -179,8 +182,8 @@ TEST(OpticalFlow, FlatWindowsAndOutsidePointsAreLost) {
   // Left half flat, right half textured.
   auto px = [](int x, int y) { return to_pixel<Rvp8u>(x < 32 ? 0.5 : texture(x, y)); };
   Pyr<Rvp8u> a(w, h, 2, px);
-  const std::vector<RvpiPoint32f> prev = {{6.0f, 30.0f}, {-40.0f, 10.0f}, {10.0f, 300.0f},
-                                          {std::nanf(""), 3.0f}, {50.0f, 30.0f}};
+  const std::vector<RvpiPoint32f> prev = {
+      {6.0f, 30.0f}, {-40.0f, 10.0f}, {10.0f, 300.0f}, {std::nanf(""), 3.0f}, {50.0f, 30.0f}};
   for (int max_lev : {0, 1, 2}) {
     const Result r = run_flow<Rvp8u>(a, a, prev, 7, max_lev);
     ASSERT_EQ(r.st, 0);
@@ -224,7 +227,8 @@ TEST(OpticalFlow, WindowsAtTheEdgesStayInside) {
       for (int win : {5, 8, 21}) {
         ASSERT_EQ(rvpiOpticalFlowPyrLKInitAlloc_8u_C1R({w, h}, win, &s), 0);
         ASSERT_EQ(rvpiOpticalFlowPyrLK_8u_C1R(p1, p2, prev.data(), next.data(), status.data(),
-                                              err.data(), int(prev.size()), win, 0, 20, 1e-4f, s), 0);
+                                              err.data(), int(prev.size()), win, 0, 20, 1e-4f, s),
+                  0);
         rvpiOpticalFlowPyrLKFree_8u_C1R(s);
       }
       rvpiPyramidFree(p1);
@@ -304,7 +308,8 @@ TEST(OpticalFlow, ChecksInOrderAndNothingWritten) {
 TEST(OpticalFlowKernel, VectorWindowSumEqualsScalar) {
   std::mt19937 rng(4);
   for (int iter = 0; iter < 400; ++iter) {
-    const int win = 1 + int(rng() % 33), w = win + 1 + int(rng() % 20), h = win + 1 + int(rng() % 5);
+    const int win = 1 + int(rng() % 33), w = win + 1 + int(rng() % 20),
+              h = win + 1 + int(rng() % 5);
     const int step = w + int(rng() % 9);
     std::vector<Rvp8u> img(size_t(step) * h);
     for (auto& v : img) v = Rvp8u(rng());

@@ -35,7 +35,8 @@ T ref_down(const TestImage<T>& s, int X, int Y, int c) {
     for (int i = 0; i < 5; ++i) {
       const int x = reflect(2 * X + i - 2, s.width());
       float a = s.at(x, reflect(2 * Y - 2, s.height()), c);
-      for (int j = 1; j < 5; ++j) a = a + s.at(x, reflect(2 * Y + j - 2, s.height()), c) * float(kW5[j]);
+      for (int j = 1; j < 5; ++j)
+        a = a + s.at(x, reflect(2 * Y + j - 2, s.height()), c) * float(kW5[j]);
       v[i] = a;
     }
     float a = v[0];
@@ -97,25 +98,38 @@ struct Members;
 template <>
 struct Members<Rvp8u> {
   static constexpr RvpDataType type = rvp8u;
-  static PyrFn<Rvp8u> down(int c) { return c == 1 ? rvpiPyrDown_Gauss5x5_8u_C1R : rvpiPyrDown_Gauss5x5_8u_C3R; }
-  static PyrFn<Rvp8u> up(int c) { return c == 1 ? rvpiPyrUp_Gauss5x5_8u_C1R : rvpiPyrUp_Gauss5x5_8u_C3R; }
+  static PyrFn<Rvp8u> down(int c) {
+    return c == 1 ? rvpiPyrDown_Gauss5x5_8u_C1R : rvpiPyrDown_Gauss5x5_8u_C3R;
+  }
+  static PyrFn<Rvp8u> up(int c) {
+    return c == 1 ? rvpiPyrUp_Gauss5x5_8u_C1R : rvpiPyrUp_Gauss5x5_8u_C3R;
+  }
 };
 template <>
 struct Members<Rvp8s> {
   static constexpr RvpDataType type = rvp8s;
-  static PyrFn<Rvp8s> down(int c) { return c == 1 ? rvpiPyrDown_Gauss5x5_8s_C1R : rvpiPyrDown_Gauss5x5_8s_C3R; }
-  static PyrFn<Rvp8s> up(int c) { return c == 1 ? rvpiPyrUp_Gauss5x5_8s_C1R : rvpiPyrUp_Gauss5x5_8s_C3R; }
+  static PyrFn<Rvp8s> down(int c) {
+    return c == 1 ? rvpiPyrDown_Gauss5x5_8s_C1R : rvpiPyrDown_Gauss5x5_8s_C3R;
+  }
+  static PyrFn<Rvp8s> up(int c) {
+    return c == 1 ? rvpiPyrUp_Gauss5x5_8s_C1R : rvpiPyrUp_Gauss5x5_8s_C3R;
+  }
 };
 template <>
 struct Members<Rvp32f> {
   static constexpr RvpDataType type = rvp32f;
-  static PyrFn<Rvp32f> down(int c) { return c == 1 ? rvpiPyrDown_Gauss5x5_32f_C1R : rvpiPyrDown_Gauss5x5_32f_C3R; }
-  static PyrFn<Rvp32f> up(int c) { return c == 1 ? rvpiPyrUp_Gauss5x5_32f_C1R : rvpiPyrUp_Gauss5x5_32f_C3R; }
+  static PyrFn<Rvp32f> down(int c) {
+    return c == 1 ? rvpiPyrDown_Gauss5x5_32f_C1R : rvpiPyrDown_Gauss5x5_32f_C3R;
+  }
+  static PyrFn<Rvp32f> up(int c) {
+    return c == 1 ? rvpiPyrUp_Gauss5x5_32f_C1R : rvpiPyrUp_Gauss5x5_32f_C3R;
+  }
 };
 
 std::vector<Rvp8u> buffer_for(RvpDataType t, int w, int c, bool down) {
   int size = 0;
-  EXPECT_EQ((down ? rvpiPyrDownGetBufSize_Gauss5x5 : rvpiPyrUpGetBufSize_Gauss5x5)(w, t, c, &size), 0);
+  EXPECT_EQ((down ? rvpiPyrDownGetBufSize_Gauss5x5 : rvpiPyrUpGetBufSize_Gauss5x5)(w, t, c, &size),
+            0);
   return std::vector<Rvp8u>(size_t(size) + 1);
 }
 
@@ -150,7 +164,8 @@ void check_members(bool down) {
       const int w = 1 + int(rng() % (iter < 80 ? 12 : 90)), h = 1 + int(rng() % 9);
       const int ow = down ? (w + 1) / 2 : 2 * w, oh = down ? (h + 1) / 2 : 2 * h;
       const int es = int(sizeof(T));
-      TestImage<T> src(w, h, c, int(rng() % 4) * es, int(rng() % 8) * es + (es == 1 ? int(rng() % 3) : 0));
+      TestImage<T> src(w, h, c, int(rng() % 4) * es,
+                       int(rng() % 8) * es + (es == 1 ? int(rng() % 3) : 0));
       TestImage<T> dst(ow, oh, c, int(rng() % 4) * es, int(rng() % 8) * es);
       fill_pixels(src, rng);
       auto buf = buffer_for(Members<T>::type, w, c, down);
@@ -188,7 +203,9 @@ TEST(PyrDown, BorderWeightsAndRounding) {
   const Rvp8u px[4] = {10, 20, 30, 40};
   for (int x = 0; x < 4; ++x) src.set(x, 0, px[x]);
   auto buf = buffer_for(rvp8u, 4, 1, true);
-  ASSERT_EQ(rvpiPyrDown_Gauss5x5_8u_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {4, 1}, buf.data()), 0);
+  ASSERT_EQ(
+      rvpiPyrDown_Gauss5x5_8u_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {4, 1}, buf.data()),
+      0);
   // Vertical weights of a one-row image sum to 16: value = horizontal/16, rounded half up.
   EXPECT_EQ(dst.at(0, 0), (16 * (6 * 10 + 8 * 20 + 2 * 30) + 128) >> 8);
   EXPECT_EQ(dst.at(1, 0), (16 * (1 * 10 + 4 * 20 + 7 * 30 + 4 * 40) + 128) >> 8);
@@ -204,7 +221,8 @@ TEST(PyrDown, OnePixelWideImageGivesOneColumn) {
   std::mt19937 rng(3);
   fill_pixels(src, rng);
   auto buf = buffer_for(rvp8u, 1, 1, true);
-  ASSERT_EQ(rvpiPyrDown_Gauss5x5_8u_C1R(src.ptr(), 1, dst.ptr(), dst.step(), {1, 7}, buf.data()), 0);
+  ASSERT_EQ(rvpiPyrDown_Gauss5x5_8u_C1R(src.ptr(), 1, dst.ptr(), dst.step(), {1, 7}, buf.data()),
+            0);
   for (int y = 0; y < 4; ++y) EXPECT_EQ(dst.at(0, y), ref_down(src, 0, y, 0));
   EXPECT_TRUE(outside_untouched(dst));
 }
@@ -230,8 +248,11 @@ void kernels_match(std::mt19937& rng) {
       ASSERT_EQ(0, std::memcmp(va.data(), vb.data(), va.size() * sizeof(A)));
       // A padded intermediate with arbitrary contents (all 16-bit patterns for integers).
       for (auto& v : va) {
-        if constexpr (std::is_same_v<T, float>) v = rvpt::special_float(rng);
-        else v = static_cast<int16_t>(std::is_same_v<T, Rvp8u> ? rng() % 4081 : int(rng() % 4097) - 2048);
+        if constexpr (std::is_same_v<T, float>)
+          v = rvpt::special_float(rng);
+        else
+          v = static_cast<int16_t>(std::is_same_v<T, Rvp8u> ? rng() % 4081
+                                                            : int(rng() % 4097) - 2048);
       }
       const int ow = (w + 1) / 2;
       std::vector<T> da(ow * C + off), db(ow * C + off), tmp(2 * n + 64);
@@ -245,8 +266,11 @@ void kernels_match(std::mt19937& rng) {
       ASSERT_EQ(0, std::memcmp(ea.data(), eb.data(), ea.size() * sizeof(A)));
       ASSERT_EQ(0, std::memcmp(oa.data(), ob.data(), oa.size() * sizeof(A)));
       for (auto& v : ea) {
-        if constexpr (std::is_same_v<T, float>) v = rvpt::special_float(rng);
-        else v = static_cast<int16_t>(std::is_same_v<T, Rvp8u> ? rng() % 2041 : int(rng() % 2049) - 1024);
+        if constexpr (std::is_same_v<T, float>)
+          v = rvpt::special_float(rng);
+        else
+          v = static_cast<int16_t>(std::is_same_v<T, Rvp8u> ? rng() % 2041
+                                                            : int(rng() % 2049) - 1024);
       }
       std::vector<T> ua(2 * n + off), ub(2 * n + off);
       rvp::pyr::ref::up_horz<T>(ea.data() + C, ua.data() + off, w, C);
@@ -338,7 +362,8 @@ void guarded_for(int c) {
           rvpt::GuardedImage<T> src(w, h, c, w * c * es, g), dst(ow, oh, c, ow * c * es, g);
           int size = 0;
           ASSERT_EQ((down ? rvpiPyrDownGetBufSize_Gauss5x5 : rvpiPyrUpGetBufSize_Gauss5x5)(
-                        w, Members<T>::type, c, &size), 0);
+                        w, Members<T>::type, c, &size),
+                    0);
           rvpt::GuardedBuffer buf(size, g);
           const auto fn = down ? Members<T>::down(c) : Members<T>::up(c);
           ASSERT_EQ(fn(src.ptr(), src.step(), dst.ptr(), dst.step(), {w, h}, buf.data()), 0);
@@ -391,7 +416,8 @@ TEST(PyramidRoi, UpRangeValues) {
 TEST(PyramidRoi, DownFitsTheUpRange) {
   std::mt19937 rng(9);
   for (int iter = 0; iter < 3000; ++iter) {
-    const float r = iter % 3 == 0 ? 2.0f : 1.0f + std::uniform_real_distribution<float>(0.001f, 9.0f)(rng);
+    const float r =
+        iter % 3 == 0 ? 2.0f : 1.0f + std::uniform_real_distribution<float>(0.001f, 9.0f)(rng);
     const RvpiSize s{1 + int(rng() % 3000), 1 + int(rng() % 50)};
     RvpiSize d, mn, mx;
     ASSERT_EQ(rvpiGetPyramidDownROI(s, &d, r), 0);
@@ -448,21 +474,21 @@ const float kGauss5[5] = {1, 4, 6, 4, 1};
 
 template <class T>
 struct Layers;
-#define RVPT_LAYERS(t, T)                                                                      \
-  template <>                                                                                  \
-  struct Layers<T> {                                                                           \
-    static constexpr auto down_init1 = rvpiPyramidLayerDownInitAlloc_##t##_C1R;                \
-    static constexpr auto down_init3 = rvpiPyramidLayerDownInitAlloc_##t##_C3R;                \
-    static constexpr auto down1 = rvpiPyramidLayerDown_##t##_C1R;                              \
-    static constexpr auto down3 = rvpiPyramidLayerDown_##t##_C3R;                              \
-    static constexpr auto down_free1 = rvpiPyramidLayerDownFree_##t##_C1R;                     \
-    static constexpr auto down_free3 = rvpiPyramidLayerDownFree_##t##_C3R;                     \
-    static constexpr auto up_init1 = rvpiPyramidLayerUpInitAlloc_##t##_C1R;                    \
-    static constexpr auto up_init3 = rvpiPyramidLayerUpInitAlloc_##t##_C3R;                    \
-    static constexpr auto up1 = rvpiPyramidLayerUp_##t##_C1R;                                  \
-    static constexpr auto up3 = rvpiPyramidLayerUp_##t##_C3R;                                  \
-    static constexpr auto up_free1 = rvpiPyramidLayerUpFree_##t##_C1R;                         \
-    static constexpr auto up_free3 = rvpiPyramidLayerUpFree_##t##_C3R;                         \
+#define RVPT_LAYERS(t, T)                                                       \
+  template <>                                                                   \
+  struct Layers<T> {                                                            \
+    static constexpr auto down_init1 = rvpiPyramidLayerDownInitAlloc_##t##_C1R; \
+    static constexpr auto down_init3 = rvpiPyramidLayerDownInitAlloc_##t##_C3R; \
+    static constexpr auto down1 = rvpiPyramidLayerDown_##t##_C1R;               \
+    static constexpr auto down3 = rvpiPyramidLayerDown_##t##_C3R;               \
+    static constexpr auto down_free1 = rvpiPyramidLayerDownFree_##t##_C1R;      \
+    static constexpr auto down_free3 = rvpiPyramidLayerDownFree_##t##_C3R;      \
+    static constexpr auto up_init1 = rvpiPyramidLayerUpInitAlloc_##t##_C1R;     \
+    static constexpr auto up_init3 = rvpiPyramidLayerUpInitAlloc_##t##_C3R;     \
+    static constexpr auto up1 = rvpiPyramidLayerUp_##t##_C1R;                   \
+    static constexpr auto up3 = rvpiPyramidLayerUp_##t##_C3R;                   \
+    static constexpr auto up_free1 = rvpiPyramidLayerUpFree_##t##_C1R;          \
+    static constexpr auto up_free3 = rvpiPyramidLayerUpFree_##t##_C3R;          \
   };
 RVPT_LAYERS(8u, Rvp8u)
 RVPT_LAYERS(16u, Rvp16u)
@@ -504,7 +530,8 @@ void layers_equal_levels(std::mt19937& rng) {
       for (bool down : {true, false}) {
         const int ow = down ? (w + 1) / 2 : 2 * w, oh = down ? (h + 1) / 2 : 2 * h;
         TestImage<T> dst(ow, oh, c, int(rng() % 3) * int(sizeof(T)));
-        ASSERT_EQ(run_layer<T>(down, c, src, dst, 2.0f, kGauss5, 5, down ? src.size() : dst.size()), 0);
+        ASSERT_EQ(run_layer<T>(down, c, src, dst, 2.0f, kGauss5, 5, down ? src.size() : dst.size()),
+                  0);
         for (int y = 0; y < oh; ++y)
           for (int x = 0; x < ow; ++x)
             for (int k = 0; k < c; ++k) {
@@ -515,7 +542,8 @@ void layers_equal_levels(std::mt19937& rng) {
                 if (down) {
                   for (int j = 0; j < 5; ++j)
                     for (int i = 0; i < 5; ++i)
-                      sum += kW5[i] * kW5[j] * src.at(reflect(2 * x + i - 2, w), reflect(2 * y + j - 2, h), k);
+                      sum += kW5[i] * kW5[j] *
+                             src.at(reflect(2 * x + i - 2, w), reflect(2 * y + j - 2, h), k);
                   want = T((sum + 128) >> 8);
                 } else {
                   for (int j = y / 2 - 1; j <= y / 2 + 2; ++j)
@@ -640,8 +668,10 @@ TEST(PyramidLayer, GuardedImages) {
         RvpiPyramidUpState* su;
         ASSERT_EQ(rvpiPyramidLayerDownInitAlloc_16u_C3R(s, rate, k3, 3, 1, &sd), 0);
         ASSERT_EQ(rvpiPyramidLayerUpInitAlloc_16u_C3R(mx, rate, kGauss5, 5, 1, &su), 0);
-        ASSERT_EQ(rvpiPyramidLayerDown_16u_C3R(src.ptr(), src.step(), dd.ptr(), dd.step(), s, d, sd), 0);
-        ASSERT_EQ(rvpiPyramidLayerUp_16u_C3R(src.ptr(), src.step(), du.ptr(), du.step(), s, mx, su), 0);
+        ASSERT_EQ(
+            rvpiPyramidLayerDown_16u_C3R(src.ptr(), src.step(), dd.ptr(), dd.step(), s, d, sd), 0);
+        ASSERT_EQ(rvpiPyramidLayerUp_16u_C3R(src.ptr(), src.step(), du.ptr(), du.step(), s, mx, su),
+                  0);
         rvpiPyramidLayerDownFree_16u_C3R(sd);
         rvpiPyramidLayerUpFree_16u_C3R(su);
       }

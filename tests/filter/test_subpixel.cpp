@@ -38,25 +38,30 @@ using CopyFn = RvpStatus (*)(const S*, int, D*, int, RvpiSize, Rvp32f, Rvp32f);
 
 template <class D>
 D convert(float v) {
-  if constexpr (std::is_same_v<D, float>) return v;
-  else return static_cast<D>(std::min(std::max(std::nearbyint(v), 0.0f), float(std::numeric_limits<D>::max())));
+  if constexpr (std::is_same_v<D, float>)
+    return v;
+  else
+    return static_cast<D>(
+        std::min(std::max(std::nearbyint(v), 0.0f), float(std::numeric_limits<D>::max())));
 }
 
 template <class S, class D>
 void copy_member(CopyFn<S, D> fn, std::mt19937& rng) {
   for (int iter = 0; iter < 150; ++iter) {
     const int w = 1 + int(rng() % 150), h = 1 + int(rng() % 5);
-    TestImage<S> src(w + 1, h + 1, 1, int(rng() % 4) * int(sizeof(S)), int(rng() % 8) * int(sizeof(S)));
+    TestImage<S> src(w + 1, h + 1, 1, int(rng() % 4) * int(sizeof(S)),
+                     int(rng() % 8) * int(sizeof(S)));
     TestImage<D> dst(w, h, 1, int(rng() % 4) * int(sizeof(D)), int(rng() % 8) * int(sizeof(D)));
     rvpt::fill_random(src, rng);
     const float dx = std::uniform_real_distribution<float>(-20, 20)(rng);
-    const float dy = iter % 5 == 0 ? float(int(rng() % 7)) : std::uniform_real_distribution<float>(-20, 20)(rng);
+    const float dy =
+        iter % 5 == 0 ? float(int(rng() % 7)) : std::uniform_real_distribution<float>(-20, 20)(rng);
     ASSERT_EQ(fn(src.ptr(), src.step(), dst.ptr(), dst.step(), {w, h}, dx, dy), 0);
     const float fx = frac(dx, 0.000001f), fy = frac(dy, 0.000000001f);
     for (int y = 0; y < h; ++y)
       for (int x = 0; x < w; ++x) {
-        const D want = convert<D>(interp(fx, fy, src.at(x, y), src.at(x + 1, y), src.at(x, y + 1),
-                                         src.at(x + 1, y + 1)));
+        const D want = convert<D>(
+            interp(fx, fy, src.at(x, y), src.at(x + 1, y), src.at(x, y + 1), src.at(x + 1, y + 1)));
         ASSERT_TRUE(rvpt::same_result(dst.at(x, y), want)) << x << "," << y << " w " << w;
       }
   }
@@ -76,18 +81,26 @@ TEST(CopySubpix, IntegerPositionCopiesAndNegativeFractions) {
   std::mt19937 rng(2);
   rvpt::fill_random(src, rng);
   TestImage<Rvp32f> dst(8, 3);
-  ASSERT_EQ(rvpiCopySubpix_16u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {8, 3}, 3.0f, 0.0f), 0);
+  ASSERT_EQ(
+      rvpiCopySubpix_16u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {8, 3}, 3.0f, 0.0f),
+      0);
   for (int y = 0; y < 3; ++y)
     for (int x = 0; x < 8; ++x) EXPECT_NEAR(dst.at(x, y), src.at(x, y), 0.07) << x;  // floors only
   TestImage<Rvp16u> d16(8, 3);
-  ASSERT_EQ(rvpiCopySubpix_16u_C1R(src.ptr(), src.step(), d16.ptr(), d16.step(), {8, 3}, -5.0f, 2.0f), 0);
+  ASSERT_EQ(
+      rvpiCopySubpix_16u_C1R(src.ptr(), src.step(), d16.ptr(), d16.step(), {8, 3}, -5.0f, 2.0f), 0);
   for (int y = 0; y < 3; ++y)
     for (int x = 0; x < 8; ++x) EXPECT_EQ(d16.at(x, y), src.at(x, y));
   // dx = -0.25 uses fx = 0.75.
-  ASSERT_EQ(rvpiCopySubpix_16u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {8, 3}, -0.25f, 0.5f), 0);
-  EXPECT_EQ(dst.at(2, 1), interp(0.75f, 0.5f, src.at(2, 1), src.at(3, 1), src.at(2, 2), src.at(3, 2)));
-  EXPECT_NEAR(dst.at(2, 1), 0.125 * src.at(2, 1) + 0.375 * src.at(3, 1) + 0.125 * src.at(2, 2) +
-                                0.375 * src.at(3, 2), 0.01);
+  ASSERT_EQ(
+      rvpiCopySubpix_16u32f_C1R(src.ptr(), src.step(), dst.ptr(), dst.step(), {8, 3}, -0.25f, 0.5f),
+      0);
+  EXPECT_EQ(dst.at(2, 1),
+            interp(0.75f, 0.5f, src.at(2, 1), src.at(3, 1), src.at(2, 2), src.at(3, 2)));
+  EXPECT_NEAR(
+      dst.at(2, 1),
+      0.125 * src.at(2, 1) + 0.375 * src.at(3, 1) + 0.125 * src.at(2, 2) + 0.375 * src.at(3, 2),
+      0.01);
 }
 
 TEST(CopySubpix, ScaleFactorMember) {
@@ -96,9 +109,11 @@ TEST(CopySubpix, ScaleFactorMember) {
   TestImage<Rvp16u> dst(4, 1);
   for (int sf : {-8, -2, 0, 1, 3}) {
     ASSERT_EQ(rvpiCopySubpix_8u16u_C1R_Sfs(src.ptr(), src.step(), dst.ptr(), dst.step(), {4, 1},
-                                           0.5f, 0.0f, sf), 0);
+                                           0.5f, 0.0f, sf),
+              0);
     for (int x = 0; x < 4; ++x) {
-      const float v = interp(0.5f, 0.000000001f, src.at(x, 0), src.at(x + 1, 0), src.at(x, 1), src.at(x + 1, 1));
+      const float v = interp(0.5f, 0.000000001f, src.at(x, 0), src.at(x + 1, 0), src.at(x, 1),
+                             src.at(x + 1, 1));
       const double want = std::min(65535.0, std::nearbyint(std::ldexp(double(v), -sf)));
       EXPECT_EQ(dst.at(x, 0), want) << "sf " << sf << " x " << x;
     }
@@ -112,14 +127,17 @@ void rows_match(std::mt19937& rng) {
     const int n = 1 + int(rng() % 100), off = int(rng() % 8);
     std::vector<S> r0(n + 1 + off), r1(n + 1 + off);
     for (auto& v : r0) v = rvpt::random_value<S>(rng);
-    for (auto& v : r1) v = std::is_same_v<S, float> ? rvpt::special_float(rng) : rvpt::random_value<S>(rng);
+    for (auto& v : r1)
+      v = std::is_same_v<S, float> ? rvpt::special_float(rng) : rvpt::random_value<S>(rng);
     const float fx = std::uniform_real_distribution<float>(0, 1)(rng);
     const float fy = std::uniform_real_distribution<float>(0, 1)(rng);
     const rvp::subpix::Weights w{(1 - fy) * (1 - fx), fx * (1 - fy), fy * (1 - fx), fx * fy};
     std::vector<D> a(n + 8), b(n + 8);
     const int doff = int(rng() % 4);
-    rvp::simd::run_row(rvp::subpix::CopyKernel<S, D>{r0.data() + off, r1.data() + off, a.data() + doff, w}, n);
-    rvp::simd::run_row_scalar(rvp::subpix::CopyKernel<S, D>{r0.data() + off, r1.data() + off, b.data() + doff, w}, n);
+    rvp::simd::run_row(
+        rvp::subpix::CopyKernel<S, D>{r0.data() + off, r1.data() + off, a.data() + doff, w}, n);
+    rvp::simd::run_row_scalar(
+        rvp::subpix::CopyKernel<S, D>{r0.data() + off, r1.data() + off, b.data() + doff, w}, n);
     for (int k = 0; k < n + 8; ++k) ASSERT_TRUE(rvpt::same_result(a[k], b[k])) << k;
   }
 }
@@ -157,17 +175,27 @@ TEST(CopySubpix, GuardedImages) {
       rvpt::GuardedImage<Rvp16u> s16(w + 1, h + 1, 1, 2 * w + 2, g), d16(w, h, 1, 2 * w, g);
       rvpt::GuardedImage<Rvp32f> s32(w + 1, h + 1, 1, 4 * w + 4, g), d32(w, h, 1, 4 * w, g);
       const RvpiSize roi{w, h};
-      ASSERT_EQ(rvpiCopySubpix_8u_C1R(s8.ptr(), s8.step(), d8.ptr(), d8.step(), roi, 0.3f, 0.6f), 0);
-      ASSERT_EQ(rvpiCopySubpix_8u32f_C1R(s8.ptr(), s8.step(), d32.ptr(), d32.step(), roi, 0.3f, 0.6f), 0);
-      ASSERT_EQ(rvpiCopySubpix_8u16u_C1R_Sfs(s8.ptr(), s8.step(), d16.ptr(), d16.step(), roi, 0.3f, 0.6f, -2), 0);
-      ASSERT_EQ(rvpiCopySubpix_16u_C1R(s16.ptr(), s16.step(), d16.ptr(), d16.step(), roi, 0.3f, 0.6f), 0);
-      ASSERT_EQ(rvpiCopySubpix_16u32f_C1R(s16.ptr(), s16.step(), d32.ptr(), d32.step(), roi, 0.3f, 0.6f), 0);
-      ASSERT_EQ(rvpiCopySubpix_32f_C1R(s32.ptr(), s32.step(), d32.ptr(), d32.step(), roi, 0.3f, 0.6f), 0);
+      ASSERT_EQ(rvpiCopySubpix_8u_C1R(s8.ptr(), s8.step(), d8.ptr(), d8.step(), roi, 0.3f, 0.6f),
+                0);
+      ASSERT_EQ(
+          rvpiCopySubpix_8u32f_C1R(s8.ptr(), s8.step(), d32.ptr(), d32.step(), roi, 0.3f, 0.6f), 0);
+      ASSERT_EQ(rvpiCopySubpix_8u16u_C1R_Sfs(s8.ptr(), s8.step(), d16.ptr(), d16.step(), roi, 0.3f,
+                                             0.6f, -2),
+                0);
+      ASSERT_EQ(
+          rvpiCopySubpix_16u_C1R(s16.ptr(), s16.step(), d16.ptr(), d16.step(), roi, 0.3f, 0.6f), 0);
+      ASSERT_EQ(
+          rvpiCopySubpix_16u32f_C1R(s16.ptr(), s16.step(), d32.ptr(), d32.step(), roi, 0.3f, 0.6f),
+          0);
+      ASSERT_EQ(
+          rvpiCopySubpix_32f_C1R(s32.ptr(), s32.step(), d32.ptr(), d32.step(), roi, 0.3f, 0.6f), 0);
       // The intersecting copy reads only the source region, whatever the rectangle.
       RvpiPoint mn, mx;
       for (float p : {-3.5f, 0.2f, float(w) * 0.5f, float(w) + 2.7f})
-        ASSERT_EQ(rvpiCopySubpixIntersect_16u32f_C1R(s16.ptr(), s16.step(), {w + 1, h + 1}, d32.ptr(),
-                                                     d32.step(), roi, {p, p * 0.3f}, &mn, &mx), 0);
+        ASSERT_EQ(
+            rvpiCopySubpixIntersect_16u32f_C1R(s16.ptr(), s16.step(), {w + 1, h + 1}, d32.ptr(),
+                                               d32.step(), roi, {p, p * 0.3f}, &mn, &mx),
+            0);
     }
 }
 
@@ -181,10 +209,12 @@ TEST(CopySubpixIntersect, InsideEqualsTheCopyAndEdgesRepeat) {
   TestImage<Rvp32f> a(9, 7), b(9, 7);
   RvpiPoint mn{-5, -5}, mx{-5, -5};
   // Centre (20.3, 11.8): origin (16.3, 8.8), entirely inside.
-  ASSERT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(), {9, 7},
-                                              {20.3f, 11.8f}, &mn, &mx), 0);
+  ASSERT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(),
+                                              {9, 7}, {20.3f, 11.8f}, &mn, &mx),
+            0);
   const float ox = 20.3f - 4.0f, oy = 11.8f - 3.0f;
-  ASSERT_EQ(rvpiCopySubpix_8u32f_C1R(src.row(8) + 16, src.step(), b.ptr(), b.step(), {9, 7}, ox, oy), 0);
+  ASSERT_EQ(
+      rvpiCopySubpix_8u32f_C1R(src.row(8) + 16, src.step(), b.ptr(), b.step(), {9, 7}, ox, oy), 0);
   for (int y = 0; y < 7; ++y)
     for (int x = 0; x < 9; ++x) ASSERT_EQ(a.at(x, y), b.at(x, y));
   EXPECT_EQ(mn.x, 0);
@@ -194,8 +224,9 @@ TEST(CopySubpixIntersect, InsideEqualsTheCopyAndEdgesRepeat) {
 
   // Centre (1.5, 28.5) of a 9x7 rectangle: origin (-2.5, 25.5); columns 0..2 and rows 4..6
   // need clamping.
-  ASSERT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(), {9, 7},
-                                              {1.5f, 28.5f}, &mn, &mx), 0);
+  ASSERT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(),
+                                              {9, 7}, {1.5f, 28.5f}, &mn, &mx),
+            0);
   EXPECT_EQ(mn.x, 3);
   EXPECT_EQ(mx.x, 8);
   EXPECT_EQ(mn.y, 0);
@@ -205,8 +236,9 @@ TEST(CopySubpixIntersect, InsideEqualsTheCopyAndEdgesRepeat) {
   EXPECT_NEAR(a.at(0, 0), 0.5 * src.at(0, 25) + 0.5 * src.at(0, 26), 1e-3);
 
   // Entirely outside: empty range, every pixel an edge pixel.
-  ASSERT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(), {9, 7},
-                                              {-100.0f, -100.0f}, &mn, &mx), 0);
+  ASSERT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(),
+                                              {9, 7}, {-100.0f, -100.0f}, &mn, &mx),
+            0);
   EXPECT_EQ(mn.x, 0);
   EXPECT_EQ(mx.x, -1);
   EXPECT_EQ(mx.y, -1);
@@ -216,25 +248,32 @@ TEST(CopySubpixIntersect, InsideEqualsTheCopyAndEdgesRepeat) {
   // Checks.
   const auto before = a.bytes();
   RvpiPoint keep{7, 7};
-  EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(), {9, 7},
-                                              {1, 1}, nullptr, &keep), rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), {0, 30}, a.ptr(), a.step(), {9, 7},
-                                              {1, 1}, &keep, &keep), rvpStsSizeErr);
+  EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(),
+                                              {9, 7}, {1, 1}, nullptr, &keep),
+            rvpStsNullPtrErr);
+  EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), {0, 30}, a.ptr(), a.step(),
+                                              {9, 7}, {1, 1}, &keep, &keep),
+            rvpStsSizeErr);
   EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), 39, sroi, a.ptr(), a.step(), {9, 7},
-                                              {1, 1}, &keep, &keep), rvpStsStepErr);
+                                              {1, 1}, &keep, &keep),
+            rvpStsStepErr);
   EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), 38, {9, 7},
-                                              {1, 1}, &keep, &keep), rvpStsNotEvenStepErr);
-  EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(), {9, 7},
-                                              {std::nanf(""), 1}, &keep, &keep), rvpStsBadArgErr);
+                                              {1, 1}, &keep, &keep),
+            rvpStsNotEvenStepErr);
+  EXPECT_EQ(rvpiCopySubpixIntersect_8u32f_C1R(src.ptr(), src.step(), sroi, a.ptr(), a.step(),
+                                              {9, 7}, {std::nanf(""), 1}, &keep, &keep),
+            rvpStsBadArgErr);
   EXPECT_EQ(a.bytes(), before);
   EXPECT_EQ(keep.x, 7);
 
   // The Sfs member: the same sampling, scaled by 2^-sf.
   TestImage<Rvp16u> s(9, 7);
-  ASSERT_EQ(rvpiCopySubpixIntersect_8u16u_C1R_Sfs(src.ptr(), src.step(), sroi, s.ptr(), s.step(), {9, 7},
-                                                  {20.3f, 11.8f}, &mn, &mx, -4), 0);
+  ASSERT_EQ(rvpiCopySubpixIntersect_8u16u_C1R_Sfs(src.ptr(), src.step(), sroi, s.ptr(), s.step(),
+                                                  {9, 7}, {20.3f, 11.8f}, &mn, &mx, -4),
+            0);
   for (int y = 0; y < 7; ++y)
-    for (int x = 0; x < 9; ++x) ASSERT_EQ(s.at(x, y), std::nearbyint(b.at(x, y) * 16.0)) << x << "," << y;
+    for (int x = 0; x < 9; ++x)
+      ASSERT_EQ(s.at(x, y), std::nearbyint(b.at(x, y) * 16.0)) << x << "," << y;
 }
 
 // ---- lines ------------------------------------------------------------------------------------
@@ -247,8 +286,9 @@ TEST(SampleLine, PixelsAlongTheLine) {
   struct Case {
     RvpiPoint a, b;
   };
-  const Case cases[] = {{{3, 4}, {3, 4}}, {{0, 0}, {49, 0}}, {{10, 39}, {10, 2}}, {{0, 0}, {39, 39}},
-                        {{5, 5}, {12, 8}}, {{40, 30}, {1, 2}}, {{7, 1}, {9, 30}}};
+  const Case cases[] = {{{3, 4}, {3, 4}},   {{0, 0}, {49, 0}}, {{10, 39}, {10, 2}},
+                        {{0, 0}, {39, 39}}, {{5, 5}, {12, 8}}, {{40, 30}, {1, 2}},
+                        {{7, 1}, {9, 30}}};
   for (const Case& k : cases) {
     const int dx = k.b.x - k.a.x, dy = k.b.y - k.a.y, n = std::max(std::abs(dx), std::abs(dy));
     std::vector<Rvp16u> out(3 * (n + 1) + 3, 0xBEEF);
@@ -270,18 +310,25 @@ TEST(SampleLine, PixelsAlongTheLine) {
 TEST(SampleLine, ChecksAndOtherMembers) {
   TestImage<Rvp8u> img(10, 8);
   std::vector<Rvp8u> out(64, 7);
-  EXPECT_EQ(rvpiSampleLine_8u_C1R(nullptr, 10, {10, 8}, out.data(), {0, 0}, {1, 1}), rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {10, 8}, nullptr, {0, 0}, {1, 1}), rvpStsNullPtrErr);
-  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {0, 8}, out.data(), {0, 0}, {1, 1}), rvpStsSizeErr);
-  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 9, {10, 8}, out.data(), {0, 0}, {1, 1}), rvpStsStepErr);
-  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {10, 8}, out.data(), {10, 0}, {1, 1}), rvpStsOutOfRangeErr);
-  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {10, 8}, out.data(), {0, 0}, {1, -1}), rvpStsOutOfRangeErr);
+  EXPECT_EQ(rvpiSampleLine_8u_C1R(nullptr, 10, {10, 8}, out.data(), {0, 0}, {1, 1}),
+            rvpStsNullPtrErr);
+  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {10, 8}, nullptr, {0, 0}, {1, 1}),
+            rvpStsNullPtrErr);
+  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {0, 8}, out.data(), {0, 0}, {1, 1}),
+            rvpStsSizeErr);
+  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 9, {10, 8}, out.data(), {0, 0}, {1, 1}),
+            rvpStsStepErr);
+  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {10, 8}, out.data(), {10, 0}, {1, 1}),
+            rvpStsOutOfRangeErr);
+  EXPECT_EQ(rvpiSampleLine_8u_C1R(img.ptr(), 10, {10, 8}, out.data(), {0, 0}, {1, -1}),
+            rvpStsOutOfRangeErr);
   EXPECT_EQ(out, std::vector<Rvp8u>(64, 7));
   TestImage<Rvp32f> f(6, 6, 3);
   std::vector<Rvp32f> fo(18);
   EXPECT_EQ(rvpiSampleLine_32f_C3R(f.ptr(), f.step(), {6, 6}, fo.data(), {0, 0}, {5, 5}), 0);
   EXPECT_EQ(rvpiSampleLine_32f_C1R(f.ptr(), f.step(), {6, 6}, fo.data(), {0, 5}, {5, 0}), 0);
-  EXPECT_EQ(rvpiSampleLine_32f_C1R(f.ptr(), f.step() + 2, {6, 6}, fo.data(), {0, 5}, {5, 0}), rvpStsNotEvenStepErr);
+  EXPECT_EQ(rvpiSampleLine_32f_C1R(f.ptr(), f.step() + 2, {6, 6}, fo.data(), {0, 5}, {5, 0}),
+            rvpStsNotEvenStepErr);
   EXPECT_EQ(rvpiSampleLine_8u_C3R(img.ptr(), 10, {3, 8}, out.data(), {0, 0}, {2, 7}), 0);
   std::vector<Rvp16u> so(10);
   TestImage<Rvp16u> s(5, 5);
