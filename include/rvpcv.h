@@ -305,7 +305,8 @@ typedef struct {
  * there is no saturation (a float sum may overflow to infinity for |p| near FLT_MAX).
  * rvpiPyrUp_Gauss5x5_*: dst is 2w x 2h; even outputs take p(X-1) + 6p(X) + p(X+1), odd
  * outputs 4p(X) + 4p(X+1) in each direction (vertical pass first; 32f adds in that order),
- * same mirror rule at every side, integer result (sum + 32) >> 6, 32f sum * (1/64).
+ * same mirror rule at every side, integer result (sum + 32) >> 6, 32f sum * (1/64). A source
+ * width or height above INT_MAX / 2 is -6 (the destination would not fit).
  * Checks: pSrc, pDst, pBuffer null -8; size -6; srcStep then dstStep against their row
  * widths -14, then (32f) against the element size -108. Three-channel forms treat the
  * interleaved channels independently. pBuffer: any alignment, of the queried size.
@@ -319,7 +320,8 @@ typedef struct {
  *
  * rvpiGetPyramidUpROI (srcRoi, pDstRoiMin, pDstRoiMax, rate): for each of width and height n,
  * with single-precision products truncated: min = 1 if n = 1, else
- * max(trunc((n - 1) * rate) + 1, n + 1); max = max(trunc(n * rate), n + 1).
+ * max(trunc((n - 1) * rate) + 1, n + 1); max = max(trunc(n * rate), n + 1); both saturate at
+ * INT_MAX.
  * rvpiGetPyramidDownROI (srcRoi, pDstRoi, rate): starts from max(1, trunc(0.5 + n / rate))
  * (single precision) per dimension and steps it down or up until the source size lies in the
  * up range of the result. Both: output pointer null -8, size -6, rate not in (1, 10] (NaN
@@ -563,7 +565,8 @@ RVPCV_API RvpStatus rvpiSampleLine_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvpi
 /* section:flow (declarations follow this line) */
 /* Pyramidal Lucas-Kanade tracking of feature points from image 1 to image 2, each given as a
  * pyramid record (rvpiPyramidInitAlloc) whose level images the caller has attached (pImage[L]
- * cast from the element type, pStep[L], pRoi[L]); level L's scale is pRate[L].
+ * cast from the element type, pStep[L], pRoi[L]); level L's scale is pPyr1->pRate[L] (the
+ * second record's rates are checked but not used).
  *
  * rvpiOpticalFlowPyrLKInitAlloc_* (roiSize, winSize, ppState): ppState null -8; roiSize < 1 or
  * winSize < 1 -6; allocation -9. The state serves level-0 images up to roiSize and windows of

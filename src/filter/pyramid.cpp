@@ -95,24 +95,32 @@ RvpStatus buf_size(int width, RvpDataType type, int channels, int* size, bool do
 
 inline bool rate_ok(float r) { return r > 1.0f && r <= 10.0f; }
 
-// The up range of one dimension.
-void up_range(int n, float rate, int* lo, int* hi) {
-  const int a = static_cast<int>(static_cast<float>(n - 1) * rate) + 1;
-  const int b = static_cast<int>(static_cast<float>(n) * rate);
-  *lo = n == 1 ? 1 : std::max(a, n + 1);
-  *hi = std::max(b, n + 1);
+// Single-precision product truncated to an integer; products beyond the int range saturate.
+inline int64_t trunc_product(int n, float rate) {
+  const float p = static_cast<float>(n) * rate;
+  return p >= 2147483648.0f ? int64_t{INT32_MAX} : static_cast<int64_t>(p);
 }
 
-// Level sizes: the rate is limited to (1, 10], so products stay far inside int for every
-// dimension that could be an image; larger products saturate at INT_MAX.
+// The up range of one dimension (saturated at INT_MAX for sizes near the int range).
+void up_range(int n, float rate, int* lo, int* hi) {
+  const int64_t a = trunc_product(n - 1, rate) + 1;
+  const int64_t b = trunc_product(n, rate);
+  const int64_t next = int64_t{n} + 1;
+  *lo = n == 1 ? 1 : static_cast<int>(std::min<int64_t>(std::max(a, next), INT32_MAX));
+  *hi = static_cast<int>(std::min<int64_t>(std::max(b, next), INT32_MAX));
+}
+
 void up_roi(RvpiSize s, float rate, RvpiSize* mn, RvpiSize* mx) {
   up_range(s.width, rate, &mn->width, &mx->width);
   up_range(s.height, rate, &mn->height, &mx->height);
 }
 
 RvpiSize down_roi(RvpiSize s, float rate) {
-  RvpiSize d{std::max(1, static_cast<int>(0.5f + static_cast<float>(s.width) / rate)),
-             std::max(1, static_cast<int>(0.5f + static_cast<float>(s.height) / rate))};
+  auto start = [rate](int n) {
+    const float q = 0.5f + static_cast<float>(n) / rate;
+    return q >= 2147483648.0f ? INT32_MAX : std::max(1, static_cast<int>(q));
+  };
+  RvpiSize d{start(s.width), start(s.height)};
   for (int guard = 0; guard < 1 << 20; ++guard) {
     RvpiSize mn, mx;
     up_roi(d, rate, &mn, &mx);

@@ -678,3 +678,24 @@ TEST(PyramidLayer, GuardedImages) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(PyramidRoi, HugeSizesSaturate) {
+  RvpiSize d, mn, mx;
+  const RvpiSize huge{2147483647, 2147483647};
+  ASSERT_EQ(rvpiGetPyramidUpROI(huge, &mn, &mx, 10.0f), 0);
+  EXPECT_EQ(mn.width, 2147483647);
+  EXPECT_EQ(mx.height, 2147483647);
+  ASSERT_EQ(rvpiGetPyramidDownROI(huge, &d, 1.00001f), 0);
+  EXPECT_GE(d.width, 2147400000);
+  ASSERT_EQ(rvpiGetPyramidDownROI(huge, &d, 2.0f), 0);
+  EXPECT_GE(d.width, 1073741823);
+  EXPECT_LE(d.width, 1073741825);
+  int size = 0;
+  EXPECT_EQ(rvpiPyrUpGetBufSize_Gauss5x5(2147483647, rvp8u, 1, &size), rvpStsSizeErr);
+  Rvp8u px[4] = {};
+  EXPECT_EQ(rvpiPyrUp_Gauss5x5_8u_C1R(px, 1 << 30, px, 1 << 30, {1 << 30, 1}, px), rvpStsSizeErr);
+}
+
+}  // namespace
