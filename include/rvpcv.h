@@ -387,7 +387,8 @@ RVPCV_API RvpStatus rvpiPyramidFree(RvpiPyramid* pPyr);
  * last pixel). Integer types: floor(v + 0.5) saturated (halves round up; NaN cannot occur).
  * Up: destination pixel x sees the sources j with |j * rate - x| * 2 / rate < r + 1
  * (r = kerSize / 2), each weighted by the kernel at tap position (j * rate - x) * 2 / rate + r,
- * linearly interpolated between taps (zero outside the kernel); the vertical and horizontal
+ * linearly interpolated between taps in double and rounded to single (zero outside the
+ * kernel); the vertical and horizontal
  * passes sum weight * pixel in increasing j, and the result is multiplied by 1 / (Wy * Wx),
  * the sums of the weights used. Sources outside the image are mirrored. Integer rounding as
  * for Down. With rate 2 and kernel 1 4 6 4 1 both equal rvpiPyrDown_Gauss5x5 /
@@ -399,7 +400,8 @@ RVPCV_API RvpStatus rvpiPyramidFree(RvpiPyramid* pPyr);
  * Layer calls: pSrc, pDst, pState null -8; a size below 1, a source (Down) or destination (Up)
  * larger than the state serves, or sizes that do not fit each other (the source must lie in
  * rvpiGetPyramidUpROI(dstRoi) for Down, the destination in rvpiGetPyramidUpROI(srcRoi) for Up)
- * -6; srcStep, dstStep -14 then -108. Down works in the state's memory (one call at a time per
+ * -6; srcStep, dstStep -14 then -108; a state made by another member (element type or channel
+ * count) -17. Down works in the state's memory (one call at a time per
  * state); Up allocates its rows for the call (-9 when that fails) and only reads the state.
  * Free accepts null. */
 typedef struct RvpiPyramidDownState RvpiPyramidDownState;
@@ -577,14 +579,15 @@ RVPCV_API RvpStatus rvpiSampleLine_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvpi
  * of both records: a null record array or level image -8, a level size below 1, sizes that
  * differ between the two records or a level 0 larger than the state serves -6, a level step
  * below its row width -14, a step not a multiple of the element size -108, a level scale
- * pRate[L] not finite or not above 0 -5. Nothing is written on error.
+ * pRate[L] not finite or not above 0 -5; a state made by another member (element type) -17.
+ * Nothing is written on error.
  *
  * Per point, for L = maxLev down to 0: the status byte is set to L; the previous position and
  * the running estimate (starting at the previous position, no initial flow) are divided by
  * pRate[L]. The window is winSize x winSize pixels centred on the point (offsets
  * k - (winSize - 1) / 2), sampled bilinearly. 8u and 16u sample in fixed point: weights
- * round(w * 2^14) (the last, w11, is 2^14 minus the others and may be -1 or -2) and values (sum + 64) >> 7, i.e.
- * intensity * 128; 32f samples (w00 p00 + w01 p01 + w10 p10 + w11 p11) * 128 in single
+ * round(w * 2^14) (the last, w11, is 2^14 minus the others and may be -1 or -2) and values
+ * (sum + 64) >> 7, i.e. intensity * 128; 32f samples (w00 p00 + w01 p01 + w10 p10 + w11 p11) * 128 in single
  * precision. Window pixels beyond the image edge read the nearest edge pixel. Gradients are
  * central differences (I(x+1) - I(x-1)) / 2 of the sampled image-1 window. G and b are summed
  * in double (b = sum (I1 - I2) * g); the point is lost at L when det G < 2.220446049250313e-16,
