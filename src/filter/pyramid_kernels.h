@@ -285,22 +285,35 @@ void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
     for (int c = 0; c < C; ++c) dst[X * C + c] = tmp[2 * X * C + c];
 }
 
-// Interleaves the even and odd output pixels of three-channel 8-bit rows: four pixels of each
-// (12 bytes) become 24 output bytes.
+// Interleaves the even and odd output pixels of three-channel 8-bit rows: eight pixels of each
+// (24 bytes) become 48 output bytes, written as three 16-byte stores.
 template <class T>
 int interleave3(const T* te, const T* to, T* dst, int in_w) {
-  const __m128i e_lo = _mm_setr_epi8(0, 1, 2, -1, -1, -1, 3, 4, 5, -1, -1, -1, 6, 7, 8, -1);
-  const __m128i o_lo = _mm_setr_epi8(-1, -1, -1, 0, 1, 2, -1, -1, -1, 3, 4, 5, -1, -1, -1, 6);
-  const __m128i e_hi = _mm_setr_epi8(-1, -1, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
-  const __m128i o_hi = _mm_setr_epi8(7, 8, -1, -1, -1, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1);
+  constexpr char z = -1;
+  // Output bytes 0-15: E0 O0 E1 O1 E2 O2[0] from the first 16 bytes of E and O.
+  const __m128i m0e = _mm_setr_epi8(0, 1, 2, z, z, z, 3, 4, 5, z, z, z, 6, 7, 8, z);
+  const __m128i m0o = _mm_setr_epi8(z, z, z, 0, 1, 2, z, z, z, 3, 4, 5, z, z, z, 6);
+  // Bytes 16-31: O2[1..2] E3 O3 E4 O4 E5[0..1]; E from E[8..23], O from O[0..15].
+  const __m128i m1e = _mm_setr_epi8(z, z, 1, 2, 3, z, z, z, 4, 5, 6, z, z, z, 7, 8);
+  const __m128i m1o = _mm_setr_epi8(7, 8, z, z, z, 9, 10, 11, z, z, z, 12, 13, 14, z, z);
+  // Bytes 32-47: E5[2] O5 E6 O6 E7 O7 from E[8..23] and O[8..23].
+  const __m128i m2e = _mm_setr_epi8(9, z, z, z, 10, 11, 12, z, z, z, 13, 14, 15, z, z, z);
+  const __m128i m2o = _mm_setr_epi8(z, 7, 8, 9, z, z, z, 10, 11, 12, z, z, z, 13, 14, 15);
   int X = 0;
-  for (; 3 * X + 16 <= 3 * in_w; X += 4) {
-    const __m128i e = _mm_loadu_si128(reinterpret_cast<const __m128i*>(te + 3 * X));
-    const __m128i o = _mm_loadu_si128(reinterpret_cast<const __m128i*>(to + 3 * X));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 6 * X),
-                     _mm_or_si128(_mm_shuffle_epi8(e, e_lo), _mm_shuffle_epi8(o, o_lo)));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(dst + 6 * X + 16),
-                     _mm_or_si128(_mm_shuffle_epi8(e, e_hi), _mm_shuffle_epi8(o, o_hi)));
+  for (; X + 8 <= in_w; X += 8) {
+    const T* e = te + 3 * X;
+    const T* o = to + 3 * X;
+    const __m128i ea = _mm_loadu_si128(reinterpret_cast<const __m128i*>(e));
+    const __m128i eb = _mm_loadu_si128(reinterpret_cast<const __m128i*>(e + 8));
+    const __m128i oa = _mm_loadu_si128(reinterpret_cast<const __m128i*>(o));
+    const __m128i ob = _mm_loadu_si128(reinterpret_cast<const __m128i*>(o + 8));
+    T* d = dst + 6 * X;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(d),
+                     _mm_or_si128(_mm_shuffle_epi8(ea, m0e), _mm_shuffle_epi8(oa, m0o)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 16),
+                     _mm_or_si128(_mm_shuffle_epi8(eb, m1e), _mm_shuffle_epi8(oa, m1o)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 32),
+                     _mm_or_si128(_mm_shuffle_epi8(eb, m2e), _mm_shuffle_epi8(ob, m2o)));
   }
   return X;
 }
