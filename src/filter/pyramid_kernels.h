@@ -266,7 +266,12 @@ void down_horz(const Acc<T>* v, T* dst, int out_w, int C, T* tmp) {
       }
     }
   }
-  if constexpr (!std::is_same_v<T, Rvp32f>) {
+  if constexpr (std::is_same_v<T, Rvp32f>) {
+    if (C == 3) {
+      // Pixel by pixel as four-float moves; the fourth float is rewritten by the next pixel.
+      for (; X + 2 <= out_w; ++X) _mm_storeu_ps(dst + 3 * X, _mm_loadu_ps(tmp + 6 * X));
+    }
+  } else {
     if (C == 3) {
       // Four output pixels from two 16-byte loads (pixels 2X, 2X+2 of each), stored as 16
       // bytes of which the last 4 are rewritten by the next step.
@@ -376,6 +381,11 @@ void up_horz(const Acc<T>* v, T* dst, int in_w, int C, T* tmp) {
       for (; i < n; ++i) {
         te[i] = ((v[i - C] + v[i] * 6.0f) + v[i + C]) * (1.0f / 64.0f);
         to[i] = (v[i] * 4.0f + v[i + C] * 4.0f) * (1.0f / 64.0f);
+      }
+      // Four-float moves per pixel; the fourth float is rewritten by the following store.
+      for (; X + 2 <= in_w; ++X) {
+        _mm_storeu_ps(dst + 6 * X, _mm_loadu_ps(te + 3 * X));
+        _mm_storeu_ps(dst + 6 * X + 3, _mm_loadu_ps(to + 3 * X));
       }
       for (; X < in_w; ++X)
         for (int c = 0; c < C; ++c) {
