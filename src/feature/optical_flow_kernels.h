@@ -1,7 +1,7 @@
 // The hot loop of the tracker: sample the image-2 window bilinearly in fixed point and sum the
 // image difference times the gradients. Every product is an integer below 2^31 and every
-// partial sum an integer below 2^53, so the double sums are exact in any order and the vector
-// path equals the scalar one bit for bit.
+// partial sum an integer below 2^53, so the sums (64-bit integers in the vector path, doubles
+// in the scalar one) are exact in any order and the two paths agree bit for bit.
 #pragma once
 
 #include <immintrin.h>
@@ -104,20 +104,22 @@ inline void sample_row(const Rvp8u* r0, const Rvp8u* r1, const Bilinear& b, int3
   for (; k < n; ++k) out[k] = sample_fixed(r0[k], r0[k + 1], r1[k], r1[k + 1], b);
 }
 
-inline __m256d add_products(__m256d acc, __m256i p) {
-  acc = _mm256_add_pd(acc, _mm256_cvtepi32_pd(_mm256_castsi256_si128(p)));
-  return _mm256_add_pd(acc, _mm256_cvtepi32_pd(_mm256_extracti128_si256(p, 1)));
+// acc (four 64-bit lanes) + the eight products a * b of 32-bit lanes, exactly.
+inline __m256i add_products(__m256i acc, __m256i a, __m256i b) {
+  const __m256i even = _mm256_mul_epi32(a, b);
+  const __m256i odd = _mm256_mul_epi32(_mm256_srli_epi64(a, 32), _mm256_srli_epi64(b, 32));
+  return _mm256_add_epi64(acc, _mm256_add_epi64(even, odd));
 }
-inline double hsum(__m256d v) {
-  alignas(32) double l[4];
-  _mm256_store_pd(l, v);
-  return (l[0] + l[1]) + (l[2] + l[3]);
+inline double hsum(__m256i v) {
+  alignas(32) int64_t l[4];
+  _mm256_store_si256(reinterpret_cast<__m256i*>(l), v);
+  return static_cast<double>((l[0] + l[1]) + (l[2] + l[3]));
 }
 
 inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2, int32_t* vals,
                       double sums[3]) {
   const int pw = win + 2;
-  __m256d axx = _mm256_setzero_pd(), axy = axx, ayy = axx;
+  __m256i axx = _mm256_setzero_si256(), axy = axx, ayy = axx;
   double xx = 0.0, xy = 0.0, yy = 0.0;
   auto ld = [](const int32_t* p) {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
@@ -132,9 +134,9 @@ inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2,
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(gx2 + o), dx);
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(gy2 + o), dy);
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(vals + o), ld(q));
-      axx = add_products(axx, _mm256_mullo_epi32(dx, dx));
-      axy = add_products(axy, _mm256_mullo_epi32(dx, dy));
-      ayy = add_products(ayy, _mm256_mullo_epi32(dy, dy));
+      axx = add_products(axx, dx, dx);
+      axy = add_products(axy, dx, dy);
+      ayy = add_products(ayy, dy, dy);
     }
     if (k < win && win >= 8) {
       // The last eight columns again: stores repeat equal values, products of the lanes
@@ -151,9 +153,9 @@ inline void gradients(const int32_t* patch, int win, int32_t* gx2, int32_t* gy2,
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(gy2 + o), dy);
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(vals + o), ld(q));
       const __m256i mx = _mm256_and_si256(dx, keep);
-      axx = add_products(axx, _mm256_mullo_epi32(mx, dx));
-      axy = add_products(axy, _mm256_mullo_epi32(mx, dy));
-      ayy = add_products(ayy, _mm256_mullo_epi32(_mm256_and_si256(dy, keep), dy));
+      axx = add_products(axx, mx, dx);
+      axy = add_products(axy, mx, dy);
+      ayy = add_products(ayy, _mm256_and_si256(dy, keep), dy);
       k = win;
     }
     for (; k < win; ++k) {
@@ -174,33 +176,20 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
                   const int32_t* gx2, const int32_t* gy2, int win, double* bx, double* by) {
   const __m256i wtop = _mm256_set1_epi32(pair16(b.w00, b.w01));
   const __m256i wbot = _mm256_set1_epi32(pair16(b.w10, b.w11));
-  const __m256i half = _mm256_set1_epi32(64);
-  __m256d ax = _mm256_setzero_pd(), ay = _mm256_setzero_pd();
+  auto ld = [](const int32_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
+  __m256i ax = _mm256_setzero_si256(), ay = ax;
   double sx = 0.0, sy = 0.0;
   for (int j = 0; j < win; ++j) {
     const Rvp8u* r0 = img + static_cast<ptrdiff_t>(b.iy + j) * step + b.ix;
     const Rvp8u* r1 = r0 + step;
     int k = 0;
     for (; k + 8 <= win; k += 8) {
-      const __m128i a0 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r0 + k));
-      const __m128i a1 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r0 + k + 1));
-      const __m128i c0 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r1 + k));
-      const __m128i c1 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(r1 + k + 1));
-      const __m256i top = _mm256_cvtepu8_epi16(_mm_unpacklo_epi8(a0, a1));
-      const __m256i bot = _mm256_cvtepu8_epi16(_mm_unpacklo_epi8(c0, c1));
-      __m256i v = _mm256_add_epi32(_mm256_madd_epi16(top, wtop), _mm256_madd_epi16(bot, wbot));
-      v = _mm256_srai_epi32(_mm256_add_epi32(v, half), 7);
       const int o = j * win + k;
-      const __m256i d =
-          _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v);
-      const __m256i px =
-          _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o)));
-      const __m256i py =
-          _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o)));
-      ax = _mm256_add_pd(ax, _mm256_cvtepi32_pd(_mm256_castsi256_si128(px)));
-      ax = _mm256_add_pd(ax, _mm256_cvtepi32_pd(_mm256_extracti128_si256(px, 1)));
-      ay = _mm256_add_pd(ay, _mm256_cvtepi32_pd(_mm256_castsi256_si128(py)));
-      ay = _mm256_add_pd(ay, _mm256_cvtepi32_pd(_mm256_extracti128_si256(py, 1)));
+      const __m256i d = _mm256_sub_epi32(ld(iwin + o), bilinear8(r0 + k, r1 + k, wtop, wbot));
+      ax = add_products(ax, d, ld(gx2 + o));
+      ay = add_products(ay, d, ld(gy2 + o));
     }
     if (k < win && win >= 8) {
       // The last eight columns again, with the lanes already summed masked to zero.
@@ -208,15 +197,11 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
       const __m256i keep = _mm256_cmpgt_epi32(
           _mm256_add_epi32(_mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7), _mm256_set1_epi32(k0)),
           _mm256_set1_epi32(k - 1));
-      const __m256i v = bilinear8(r0 + k0, r1 + k0, wtop, wbot);
       const int o = j * win + k0;
       const __m256i d = _mm256_and_si256(
-          keep,
-          _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(iwin + o)), v));
-      ax = add_products(
-          ax, _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gx2 + o))));
-      ay = add_products(
-          ay, _mm256_mullo_epi32(d, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gy2 + o))));
+          keep, _mm256_sub_epi32(ld(iwin + o), bilinear8(r0 + k0, r1 + k0, wtop, wbot)));
+      ax = add_products(ax, d, ld(gx2 + o));
+      ay = add_products(ay, d, ld(gy2 + o));
       k = win;
     }
     for (; k < win; ++k) {
@@ -225,11 +210,8 @@ inline void sum_b(const Rvp8u* img, int step, const Bilinear& b, const int32_t* 
       sy += static_cast<double>(d * gy2[j * win + k]);
     }
   }
-  alignas(32) double lx[4], ly[4];
-  _mm256_store_pd(lx, ax);
-  _mm256_store_pd(ly, ay);
-  *bx = sx + ((lx[0] + lx[1]) + (lx[2] + lx[3]));
-  *by = sy + ((ly[0] + ly[1]) + (ly[2] + ly[3]));
+  *bx = sx + hsum(ax);
+  *by = sy + hsum(ay);
 }
 
 }  // namespace avx2
