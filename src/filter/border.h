@@ -85,32 +85,39 @@ constexpr int kConstantIndex = INT32_MIN;
 // Maps index i of a line of n elements (n >= 1) to the index that supplies its value, or
 // kConstantIndex when the border value applies. Indices on a side held in memory are returned
 // as they are (negative or >= n).
-inline int map_index(int i, int n, int base, bool mem_low, bool mem_high) {
-  if (i >= 0 && i < n) return i;
-  if ((i < 0 && mem_low) || (i >= n && mem_high)) return i;
+// The index is taken in 64 bits so callers can form positions like 2y + k - 2 near the top of
+// the int range without overflow; the result is always a valid int (or kConstantIndex).
+inline int map_index(int64_t i, int n, int base, bool mem_low, bool mem_high) {
+  if (i >= 0 && i < n) return static_cast<int>(i);
+  if ((i < 0 && mem_low) || (i >= n && mem_high)) return static_cast<int>(i);
   switch (base) {
     case 0:
       return kConstantIndex;
     case 1:
       return i < 0 ? 0 : n - 1;
     case 2: {
-      const int m = i % n;
-      return m < 0 ? m + n : m;
+      const int64_t m = i % n;
+      return static_cast<int>(m < 0 ? m + n : m);
     }
     case 3: {  // c b | a b c : period 2(n-1)
       if (n == 1) return 0;
-      const int p = 2 * (n - 1);
-      int m = i % p;
+      const int64_t p = 2 * int64_t{n - 1};
+      int64_t m = i % p;
       if (m < 0) m += p;
-      return m < n ? m : p - m;
+      return static_cast<int>(m < n ? m : p - m);
     }
     default: {  // 4: b a | a b c : period 2n
-      const int p = 2 * n;
-      int m = i % p;
+      const int64_t p = 2 * int64_t{n};
+      int64_t m = i % p;
       if (m < 0) m += p;
-      return m < n ? m : p - 1 - m;
+      return static_cast<int>(m < n ? m : p - 1 - m);
     }
   }
+}
+
+// Mirror without repeating the edge pixel, never reading outside 0..n-1: the pyramids' rule.
+inline int mirror_index(int64_t i, int n) {
+  return map_index(i, n, rvpBorderMirror, false, false);
 }
 
 // Produces bordered source rows of a region: row y (which may lie outside 0..height-1) widened

@@ -11,11 +11,12 @@
 #include "core/memory.h"
 #include "core/numeric.h"
 #include "core/scratch.h"
-#include "filter/pyramid_border.h"
+#include "filter/border.h"
 #include "filter/pyramid_kernels.h"
 #include "rvpcv.h"
 
 namespace rvp::pyr {
+using filter::mirror_index;
 namespace {
 
 inline int half_up(int n) { return n / 2 + (n & 1); }
