@@ -154,7 +154,11 @@ RVPCV_API const RvpLibraryVersion* rvpcvGetLibVersion(void);
  *   AbsDiff       |s1 - s2| (8u/16u exact; 32f: rounded difference with its sign bit cleared)
  *   AbsDiffC      |s - value| (value clamped to 0..255 for 8u, 0..65535 for 16u; no error)
  *
- * Results do not depend on alignment, width or step. alpha is used as given (no clamping).
+ * Results do not depend on alignment, width or step, and are bit-exact, with one freedom: when
+ * a result is NaN, which input NaN's payload and sign it carries is not specified (IEEE 754
+ * leaves that open). A zero mask byte over an accumulator holding -0.0 gives +0.0, since
+ * fma(0, s, -0.0) = +0.0; every other finite accumulator value is kept exactly.
+ * alpha is used as given (no range check, no clamping). Images may start at any byte address.
  * Step checks: sources first (-14 then -108), then mask and accumulator (-14 then -108); the
  * all-32f members and AbsDiff/AbsDiffC test every step for -14 first, then every step for -108.
  * ========================================================================================== */
@@ -725,6 +729,99 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * Distance transforms and fast marching (src/segment/distance.cpp)
  * ========================================================================================== */
 /* section:distance (declarations follow this line) */
+/* Zero source pixels are the features (distance 0); every nonzero pixel gets its distance to the
+ * nearest zero pixel. Norm codes: 0 chessboard, 1 L1 (city block), 2 L2 (Euclidean).
+ *
+ * Chamfer weights: a 3x3 mask has two weights, a (horizontal or vertical step) and b (diagonal
+ * step); a 5x5 mask has three, a, b and c (knight step (+-1, +-2) or (+-2, +-1)). */
+
+/* Standard weights of a mask: kernelSize 3 writes a, b; 5 writes a, b, c.
+ *   3x3: norm 0 -> 1, 1; norm 1 -> 1, 2; norm 2 -> 0.955, 1.3693 (32s: 2, 3)
+ *   5x5: norm 0 -> 1, 1, 2; norm 1 -> 1, 2, 3; norm 2 -> 1, 1.4, 2.1969 (32s: 5, 7, 11)
+ * Float values are the single-precision numbers nearest to the decimals. Checks: pMetrics null
+ * -8; kernelSize not 3 or 5 -6; norm not 0, 1 or 2 -5. */
+RVPCV_API RvpStatus rvpiGetDistanceTransformMask_32f(int kernelSize, int norm, Rvp32f* pMetrics);
+RVPCV_API RvpStatus rvpiGetDistanceTransformMask_32s(int kernelSize, int norm, Rvp32s* pMetrics);
+/* maskType = 10 * kernelSize + norm (30, 31, 32, 50, 51, 52): the 32f weights. A code whose last
+ * decimal digit is not 0, 1 or 2 (negative codes included) is -5 before any other check; then
+ * the checks of rvpiGetDistanceTransformMask_32f apply (so 42 is -6). */
+RVPCV_API RvpStatus rvpiGetDistanceTransformMask(int maskType, Rvp32f* pMetrics);
+
+/* Chamfer transforms: two raster passes.
+ * Forward pass (rows top to bottom, left to right): a zero source pixel gives 0; the first pixel
+ *   of the image, if nonzero, gives the maximum M; any other nonzero pixel gives the minimum
+ *   over the neighbours already visited and inside the image (left and up: a; up-left and
+ *   up-right: b; 5x5 also (x+-1, y-2) and (x+-2, y-1): c) of neighbour value + weight.
+ * Backward pass (bottom to top, right to left): each pixel becomes the minimum of its value and
+ *   the mirrored neighbours (right, down: a; down-left, down-right: b; 5x5 also (x+-1, y+2) and
+ *   (x+-2, y+1): c) plus their weights.
+ * M and sums: 8u saturates every sum at M = 255, 16u at M = 65535 (an image without a zero
+ *   pixel is M everywhere). 8u32f: M = +infinity and the float sums are not bounded (each sum is
+ *   one single-precision addition); an image without a zero pixel is +infinity everywhere.
+ * Weights: the 8u and 16u members take Rvp32s weights, each at least 1 (else -56); weights above
+ *   M act as M. The 8u32f members take Rvp32f weights, each positive and finite (else -56).
+ * A weight a > b (a diagonal cheaper than a straight step) is accepted and gets no special
+ *   treatment: the two passes are applied literally with the weights given. Their result is
+ *   then not always the cheapest path in the weighted grid (a zig-zag of diagonal steps that
+ *   needs both passes alternately is not found).
+ * 5x5: after the weight check, when c >= a + min(2a, b) (evaluated in 64-bit integers, or in
+ *   single precision for float weights) the knight step can never win and the 3x3 transform
+ *   with a and b is run instead. With a <= b and integer (or integer-valued float) weights the
+ *   values are identical to those of the full 5x5 passes; with fractional float weights they
+ *   can differ from them in the last bits, as the sums are rounded along different paths.
+ * Checks: pSrc, pDst, pMetrics null -8; width or height < 1 -6; srcStep < width or dstStep below
+ * the destination's row bytes -14; a 16u or 32f dstStep not a multiple of its element size -108;
+ * a bad weight -56. Source and destination must not overlap, except in the in-place members. */
+RVPCV_API RvpStatus rvpiDistanceTransform_3x3_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, const Rvp32s* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_5x5_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, const Rvp32s* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_3x3_8u_C1IR(Rvp8u* pSrcDst, int srcDstStep,
+    RvpiSize roiSize, const Rvp32s* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_5x5_8u_C1IR(Rvp8u* pSrcDst, int srcDstStep,
+    RvpiSize roiSize, const Rvp32s* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_3x3_8u16u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16u* pDst, int dstStep, RvpiSize roiSize, const Rvp32s* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_5x5_8u16u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp16u* pDst, int dstStep, RvpiSize roiSize, const Rvp32s* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_3x3_8u32f_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, const Rvp32f* pMetrics);
+RVPCV_API RvpStatus rvpiDistanceTransform_5x5_8u32f_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, const Rvp32f* pMetrics);
+
+/* Exact Euclidean transform: each pixel gets sqrt(dx^2 + dy^2) to the nearest zero source pixel,
+ * computed from the exact integer squared distance and rounded once to single precision
+ * (exact for distances whose square is below 2^53); zero pixels give 0; an image without a zero
+ * pixel is +infinity everywhere. Linear time (per-column scans, then the lower envelope of
+ * parabolas along each row).
+ * Buffer: 24 * max(ceil4(width), ceil4(height)) + 56 bytes, any alignment; it is overwritten.
+ * The size query checks pBufferSize null -8, width or height < 1 -6, and -6 for a region whose
+ * buffer size does not fit a signed 32-bit count.
+ * Checks: pSrc, pDst, pBuffer null -8; size -6 (as the query); srcStep < width -14; dstStep <
+ * 4 * width -14; dstStep not a multiple of 4 -108. */
+RVPCV_API RvpStatus rvpiTrueDistanceTransformGetBufferSize_8u32f_C1R(RvpiSize roiSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiTrueDistanceTransform_8u32f_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, Rvp8u* pBuffer);
+
+/* Fast marching: the first-order upwind solution of |grad T| = 1 with T = 0 on the zero source
+ * pixels, over 4-neighbours with unit spacing. Pixels become final in increasing order of their
+ * tentative value (ties: the upper row first, then the left column); whenever a pixel becomes
+ * final, each non-final 4-neighbour takes min(its value, t) where, with a and b the smallest
+ * final horizontal and vertical neighbours, t solves (t - a)^2 + (t - b)^2 = 1 when |a - b| < 1
+ * and is min(a, b) + 1 otherwise (computed in double, rounded once to single precision).
+ * radius: the band that is computed. Marching stops at the first tentative value above radius:
+ * every pixel whose value is at most radius gets its value, every other pixel is +infinity
+ * (as is every nonzero pixel of an image without zero pixels). radius +infinity computes the
+ * whole image; radius 0 leaves only the zero pixels finite. A negative or NaN radius is -5.
+ * Buffer: (height + 34) * (ceil32(width) + 5) + 40 bytes, any alignment; it is overwritten.
+ * The size query checks pBufferSize null -8, width or height < 1 -6, and -6 for a region whose
+ * buffer size does not fit a signed 32-bit count.
+ * Checks: pSrc, pDst, pBuffer null -8; size -6 (as the query); srcStep < width -14; dstStep <
+ * 4 * width -14; dstStep not a multiple of 4 -108; radius -5. */
+RVPCV_API RvpStatus rvpiFastMarchingGetBufferSize_8u32f_C1R(RvpiSize roiSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiFastMarching_8u32f_C1R(const Rvp8u* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, Rvp32f radius, Rvp8u* pBuffer);
 
 
 /* ============================================================================================

@@ -33,11 +33,12 @@ RvpStatus accumulate(const S* src1, int src1Step, const S* src2, int src2Step,
     if (auto st = check_steps({r_mask, r_acc})) return st;
   }
 
-  for (int y = 0; y < roi.height; ++y) {
+  const RvpiSize walk = packed_as_one_row(roi, {r_src1, r_src2, r_mask, r_acc});
+  for (int y = 0; y < walk.height; ++y) {
     const AccumulateKernel<S, Op, Masked> k{
         row(src1, src1Step, y), kTwoSources ? row(src2, src2Step, y) : nullptr,
         Masked ? row(mask, maskStep, y) : nullptr, row(acc, accStep, y), alpha};
-    simd::run_row(k, roi.width);
+    simd::run_row(k, walk.width);
   }
   return rvpStsNoErr;
 }
@@ -48,13 +49,15 @@ RvpStatus abs_diff_image(const T* src1, int src1Step, const T* src2, int src2Ste
   if (src1 == nullptr || (!Constant && src2 == nullptr) || dst == nullptr)
     return rvpStsNullPtrErr;
   if (auto st = check_roi(roi)) return st;
-  if (auto st = check_steps({image<T>(src1Step, roi, channels),
-                             Constant ? kNoImage : image<T>(src2Step, roi, channels),
-                             image<T>(dstStep, roi, channels)}))
-    return st;
+  const StepRule r_src1 = image<T>(src1Step, roi, channels);
+  const StepRule r_src2 = Constant ? kNoImage : image<T>(src2Step, roi, channels);
+  const StepRule r_dst = image<T>(dstStep, roi, channels);
+  if (auto st = check_steps({r_src1, r_src2, r_dst})) return st;
 
-  const int n = roi.width * channels;
-  for (int y = 0; y < roi.height; ++y) {
+  // Channels are independent: a row of width x channels elements.
+  const RvpiSize walk = packed_as_one_row({roi.width * channels, roi.height}, {r_src1, r_src2, r_dst});
+  const int n = walk.width;
+  for (int y = 0; y < walk.height; ++y) {
     const AbsDiffKernel<T, Constant> k{row(src1, src1Step, y),
                                        Constant ? nullptr : row(src2, src2Step, y),
                                        row(dst, dstStep, y), value};
@@ -135,13 +138,14 @@ RvpStatus rvpiAddWeighted_32f_C1R(const Rvp32f* pSrc1, int src1Step, const Rvp32
   using namespace rvp;
   if (auto st = any_null(pSrc1, pSrc2, pDst)) return st;
   if (auto st = check_roi(roiSize)) return st;
-  if (auto st = check_steps({image<Rvp32f>(src1Step, roiSize), image<Rvp32f>(src2Step, roiSize),
-                             image<Rvp32f>(dstStep, roiSize)}))
-    return st;
-  for (int y = 0; y < roiSize.height; ++y) {
+  const StepRule r1 = image<Rvp32f>(src1Step, roiSize), r2 = image<Rvp32f>(src2Step, roiSize),
+                 rd = image<Rvp32f>(dstStep, roiSize);
+  if (auto st = check_steps({r1, r2, rd})) return st;
+  const RvpiSize walk = packed_as_one_row(roiSize, {r1, r2, rd});
+  for (int y = 0; y < walk.height; ++y) {
     const arith::WeightedSumKernel k{row(pSrc1, src1Step, y), row(pSrc2, src2Step, y),
                                      row(pDst, dstStep, y), alpha};
-    simd::run_row(k, roiSize.width);
+    simd::run_row(k, walk.width);
   }
   return rvpStsNoErr;
 }

@@ -58,8 +58,8 @@ struct AccumulateKernel {
       if constexpr (Op == AccOp::Weighted)
         r = _mm256_fmadd_ps(_mm256_sub_ps(s, d), _mm256_set1_ps(alpha), d);
     } else {
-      const __m256 on = simd::mask8_nonzero(mask + i);
-      const __m256 m = _mm256_and_ps(on, _mm256_set1_ps(Op == AccOp::Weighted ? alpha : 1.0f));
+      const __m256 m =
+          simd::select8_nonzero(mask + i, _mm256_set1_ps(Op == AccOp::Weighted ? alpha : 1.0f));
       if constexpr (Op == AccOp::Add) r = _mm256_fmadd_ps(m, s, d);
       if constexpr (Op == AccOp::Square) r = _mm256_fmadd_ps(m, _mm256_mul_ps(s, s), d);
       if constexpr (Op == AccOp::Product)

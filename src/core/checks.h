@@ -56,3 +56,15 @@ namespace rvp {
 // A placeholder for an image a member does not have: passes every step test.
 constexpr StepRule kNoImage{0, 0, 1};
 }  // namespace rvp
+
+namespace rvp {
+// Element-wise work over images whose rows follow each other without gaps can run as one long
+// row: fewer row starts and prologues, same results. Returns the region to walk; absent images
+// (kNoImage) do not prevent it.
+inline RvpiSize packed_as_one_row(RvpiSize roi, std::initializer_list<StepRule> images) {
+  for (const StepRule& r : images)
+    if (int64_t{r.step} != r.row_bytes) return roi;
+  const int64_t n = int64_t{roi.width} * roi.height;
+  return n <= INT32_MAX ? RvpiSize{static_cast<int>(n), 1} : roi;
+}
+}  // namespace rvp

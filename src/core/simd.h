@@ -37,11 +37,20 @@ inline __m256 load8_as_f32<Rvp32f>(const Rvp32f* p) {
   return _mm256_loadu_ps(p);
 }
 
+// Eight mask bytes as lanes of all ones where the byte is zero, all zeros where it is not.
+inline __m256 mask8_zero(const Rvp8u* m) {
+  const __m256i v = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(m)));
+  return _mm256_castsi256_ps(_mm256_cmpeq_epi32(v, _mm256_setzero_si256()));
+}
+
 // Eight mask bytes as lanes of all ones (nonzero byte) or all zeros.
 inline __m256 mask8_nonzero(const Rvp8u* m) {
-  const __m256i v = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(m)));
-  return _mm256_castsi256_ps(_mm256_xor_si256(_mm256_cmpeq_epi32(v, _mm256_setzero_si256()),
-                                              _mm256_set1_epi32(-1)));
+  return _mm256_xor_ps(mask8_zero(m), _mm256_castsi256_ps(_mm256_set1_epi32(-1)));
+}
+
+// `value` where the mask byte is nonzero, +0.0 where it is zero (one and-not).
+inline __m256 select8_nonzero(const Rvp8u* m, __m256 value) {
+  return _mm256_andnot_ps(mask8_zero(m), value);
 }
 
 inline __m256 clear_sign(__m256 v) {

@@ -109,6 +109,17 @@ bool same_bits(T a, T b) {
   return std::memcmp(&a, &b, sizeof(T)) == 0;
 }
 
+// The library's result contract: bit for bit, except that a NaN result may carry either input
+// NaN's payload and sign (IEEE 754 leaves the choice open; a compiler may swap the operands of a
+// commutative operation). Non-float types: plain equality.
+template <class T>
+bool same_result(T a, T b) {
+  if constexpr (std::is_floating_point_v<T>) {
+    if (a != a && b != b) return true;
+  }
+  return same_bits(a, b);
+}
+
 inline uint32_t float_bits(float v) {
   uint32_t b;
   std::memcpy(&b, &v, 4);
