@@ -985,6 +985,54 @@ RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_32f_C4R(const Rvp32f* pSrc, int
     Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
     Rvp8u* pBuffer);
 RVPCV_API RvpStatus rvpiMorphologyFree(RvpiMorphState* pState);
+/* ---- Gray-level morphology (8u and 32f, C1) ---------------------------------------------
+ * The structuring element holds values: Rvp32s for 8u, Rvp32f for 32f, maskSize.width *
+ * maskSize.height of them in row order; every position takes part, zeros included. Mask
+ * position (k, r) reads source pixel (x + k - anchor.x, y + r - anchor.y) (correlation).
+ * rvpiGrayDilateBorder_*: max over the positions inside the ROI of (source + value);
+ * rvpiGrayErodeBorder_*: min over them of (source - value) (erosion subtracts: the dual of
+ * dilation). Positions outside the ROI are left out, so borderType only selects this rule.
+ * 8u: exact integer sums (an extreme value saturates at the 32-bit range instead of wrapping),
+ * result clamped to 0..255; 32f: single-precision sums. pSrc and pDst must not overlap.
+ * rvpiMorphGrayGetSize_* (roiSize, pMask, maskSize, pSize): null -8; roi or mask side < 1 -6;
+ * the size is 48 + 4 * mw * mh bytes.
+ * rvpiMorphGrayInit_* (pState, roiSize, pMask, maskSize, anchor), rvpiMorphGrayInitAlloc_*
+ * (ppState, roiSize, pMask, maskSize, anchor; rvpMalloc, -9 on failure, *ppState written only
+ * on success), rvpiMorphGrayFree_* (pState; null ignored). Checks: pMask, pState (ppState)
+ * null -8; roi or mask side < 1 -6; anchor outside the mask -33 (not -34).
+ * rvpiGrayDilateBorder_* / rvpiGrayErodeBorder_* (pSrc, srcStep, pDst, dstStep, roiSize,
+ * borderType, pState): pSrc, pDst, pState null -8; roi < 1 -6; srcStep or dstStep below
+ * roiSize.width (in elements) -14; borderType other than 1 -5; roi wider or taller than the
+ * state's ROI -6; a state of the other type -17. No vector path: the cost is
+ * width * height * mask area. */
+typedef struct RvpiMorphGrayState_8u RvpiMorphGrayState_8u;
+typedef struct RvpiMorphGrayState_32f RvpiMorphGrayState_32f;
+RVPCV_API RvpStatus rvpiMorphGrayGetSize_8u_C1R(RvpiSize roiSize, const Rvp32s* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphGrayGetSize_32f_C1R(RvpiSize roiSize, const Rvp32f* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphGrayInit_8u_C1R(RvpiMorphGrayState_8u* pState, RvpiSize roiSize,
+    const Rvp32s* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayInit_32f_C1R(RvpiMorphGrayState_32f* pState, RvpiSize roiSize,
+    const Rvp32f* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayInitAlloc_8u_C1R(RvpiMorphGrayState_8u** ppState,
+    RvpiSize roiSize, const Rvp32s* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayInitAlloc_32f_C1R(RvpiMorphGrayState_32f** ppState,
+    RvpiSize roiSize, const Rvp32f* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayFree_8u_C1R(RvpiMorphGrayState_8u* pState);
+RVPCV_API RvpStatus rvpiMorphGrayFree_32f_C1R(RvpiMorphGrayState_32f* pState);
+RVPCV_API RvpStatus rvpiGrayDilateBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_8u* pState);
+RVPCV_API RvpStatus rvpiGrayErodeBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_8u* pState);
+RVPCV_API RvpStatus rvpiGrayDilateBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_32f* pState);
+RVPCV_API RvpStatus rvpiGrayErodeBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_32f* pState);
 
 
 /* ============================================================================================

@@ -172,12 +172,7 @@ void run_plan(const Plan& p, const Rows& rows, const Sink& sink, uint8_t* work) 
             table[cnt++] = slot(y - p.ay + r);
         }
         reduce_rows<E, T>(spare, table, cnt, nb);
-        window_inplace<E, T>(spare, nb, run_len[g], c);
-        const T* two[2] = {out, spare + run_first[g] * c};
-        if (g == 0)
-          reduce_rows<E, T>(out, two + 1, 1, n);
-        else
-          reduce_rows<E, T>(out, two, 2, n);
+        window_into<E, T>(out, spare, nb, n, run_len[g], c, f * c, g > 0);
       }
     } else {
       const T* chunk[16];
@@ -199,6 +194,38 @@ void run_plan(const Plan& p, const Rows& rows, const Sink& sink, uint8_t* work) 
       }
       reduce_rows<E, T>(out, chunk, cnt, n);
     }
+    sink.commit(y, out);
+  }
+}
+
+
+// maskRect when source and destination differ: per output row, the extremum of the
+// rectangle's source rows (read in place, rows mapped by the replicate rule) goes into a
+// bordered spare row, its edges are replicated, and the horizontal window writes the output.
+// Two passes per row, no copy of the source.
+template <Extremum E, class T, class Sink>
+void run_rect_direct(const Plan& p, const T* src, int step, const Sink& sink, uint8_t* work) {
+  const Shape shape{p.width, p.mw, p.mh, p.channels, int(sizeof(T))};
+  const int c = p.channels, n = p.width * c;
+  const int rw = p.rect[0], rh = p.rect[1];
+  const int off = -p.rect[2], r0 = p.ay - p.rect[3];  // window start relative to x; first row
+  const int left = std::max(0, -off), right = std::max(0, off + rw - 1);
+  const T** table = reinterpret_cast<const T**>(work);
+  T* tmp = reinterpret_cast<T*>(work + table_bytes(shape));
+  const int n_tmp = (p.width + left + right) * c;
+  for (int y = 0; y < p.height; ++y) {
+    for (int t = 0; t < rh; ++t) {
+      const int j = std::clamp(y - p.ay + r0 + t, 0, p.height - 1);
+      table[t] = row(src, step, j);
+    }
+    T* mid = tmp + left * c;
+    reduce_rows<E, T>(mid, table, rh, n);
+    for (int i = 0; i < left; ++i)
+      for (int ch = 0; ch < c; ++ch) tmp[i * c + ch] = mid[ch];
+    for (int i = 0; i < right; ++i)
+      for (int ch = 0; ch < c; ++ch) mid[n + i * c + ch] = mid[n - c + ch];
+    T* out = sink.target(y);
+    window_into<E, T>(out, tmp, n_tmp, n, rw, c, (off + left) * c, false);
     sink.commit(y, out);
   }
 }

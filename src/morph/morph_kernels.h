@@ -163,6 +163,33 @@ void window_inplace(T* buf, int n, int len, int stride) {
   }
 }
 
+// out[i] (i < n_out) becomes the extremum of buf[start + i + j*stride], j = 0..len-1, combined
+// with the old out[i] when `accumulate` is set. Short windows read their taps directly in one
+// pass; longer ones double in place inside buf first (buf is clobbered), then one last pass
+// writes out.
+template <Extremum E, class T>
+void window_into(T* out, T* buf, int n_buf, int n_out, int len, int stride, int start,
+                 bool accumulate) {
+  constexpr int kDirect = 6;
+  const T* src[kDirect + 1];
+  int cnt = 0;
+  if (accumulate) src[cnt++] = out;
+  if (len <= kDirect) {
+    for (int j = 0; j < len; ++j) src[cnt++] = buf + start + j * stride;
+    avx2::reduce_rows<E, T>(out, src, cnt, n_out);
+    return;
+  }
+  int k = 1;
+  while (2 * k < len) {
+    const T* two[2] = {buf, buf + k * stride};
+    avx2::reduce_rows<E, T>(buf, two, 2, n_buf - (2 * k - 1) * stride);
+    k *= 2;
+  }
+  src[cnt++] = buf + start;
+  src[cnt++] = buf + start + (len - k) * stride;
+  avx2::reduce_rows<E, T>(out, src, cnt, n_out);
+}
+
 // 1u rows: eight pixels a byte, the first pixel in the most significant bit.
 namespace ref {
 

@@ -126,6 +126,8 @@ void process(const T* src, int srcStep, T* dst, int dstStep, RvpiSize roi, int b
     Rvp8u* spare2 = work + table_bytes(s) + (int64_t{p.mh} + 1) * bordered_row_bytes(s);
     run_plan<E, Rvp8u>(p, BitRows(src, srcStep, roi, b, left, right),
                        BitSink{dst, dstStep, roi.width, spare2}, work);
+  } else if (p.kind == kRect && static_cast<const void*>(src) != dst) {
+    run_rect_direct<E, T>(p, src, srcStep, PlainSink<T>{dst, dstStep}, work);
   } else {
     run_plan<E, T>(p, PlainRows<T>(src, srcStep, roi, C, b, left, right),
                    PlainSink<T>{dst, dstStep}, work);
@@ -189,6 +191,10 @@ RvpStatus filter_rect(const T* pSrc, int srcStep, T* pDst, int dstStep, RvpiSize
                kRect,          {maskSize.width, maskSize.height, anchor.x, anchor.y},
                nullptr};
   ScratchCarver carver(pBuffer);
+  if (static_cast<const void*>(pSrc) != pDst) {
+    run_rect_direct<E, T>(p, pSrc, srcStep, PlainSink<T>{pDst, dstStep}, carver.take<uint8_t>(0));
+    return rvpStsNoErr;
+  }
   run_plan<E, T>(p,
                  PlainRows<T>(pSrc, srcStep, roi, C, filter::resolve_border(rvpBorderRepl),
                               anchor.x, maskSize.width - 1 - anchor.x),
