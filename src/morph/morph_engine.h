@@ -213,20 +213,35 @@ void run_rect_direct(const Plan& p, const T* src, int step, const Sink& sink, ui
   const T** table = reinterpret_cast<const T**>(work);
   T* tmp = reinterpret_cast<T*>(work + table_bytes(shape));
   const int n_tmp = (p.width + left + right) * c;
-  for (int y = 0; y < p.height; ++y) {
-    for (int t = 0; t < rh; ++t) {
-      const int j = std::clamp(y - p.ay + r0 + t, 0, p.height - 1);
-      table[t] = row(src, step, j);
-    }
-    T* mid = tmp + left * c;
-    reduce_rows<E, T>(mid, table, rh, n);
+  T* tmp2 = tmp + bordered_row_bytes(shape) / int64_t(sizeof(T));
+  auto finish = [&](int y, T* t) {
+    T* mid = t + left * c;
     for (int i = 0; i < left; ++i)
-      for (int ch = 0; ch < c; ++ch) tmp[i * c + ch] = mid[ch];
+      for (int ch = 0; ch < c; ++ch) t[i * c + ch] = mid[ch];
     for (int i = 0; i < right; ++i)
       for (int ch = 0; ch < c; ++ch) mid[n + i * c + ch] = mid[n - c + ch];
     T* out = sink.target(y);
-    window_into<E, T>(out, tmp, n_tmp, n, rw, c, (off + left) * c, false);
+    window_into<E, T>(out, t, n_tmp, n, rw, c, (off + left) * c, false);
     sink.commit(y, out);
+  };
+  // Output rows in pairs where the rectangle has two rows or more: the rows both windows
+  // cover are combined once.
+  for (int y = 0; y < p.height;) {
+    const bool pair = rh >= 2 && y + 1 < p.height;
+    for (int t = 0; t < rh + (pair ? 1 : 0); ++t) {
+      const int j = std::clamp(y - p.ay + r0 + t, 0, p.height - 1);
+      table[t] = row(src, step, j);
+    }
+    if (pair) {
+      avx2::reduce_pair<E, T>(tmp + left * c, tmp2 + left * c, table, rh, n);
+      finish(y, tmp);
+      finish(y + 1, tmp2);
+      y += 2;
+    } else {
+      reduce_rows<E, T>(tmp + left * c, table, rh, n);
+      finish(y, tmp);
+      y += 1;
+    }
   }
 }
 

@@ -104,12 +104,92 @@ void reduce_rows(T* dst, const T* const* src, int count, int n) {
   }
 }
 
+// Two consecutive outputs of a vertical window of rh >= 2 rows, src[0..rh]: the rows both
+// windows share are combined once. c = e(...e(src[1], src[2])..., src[rh-1]);
+// d0 = e(src[0], c), d1 = e(c, src[rh]).
+template <Extremum E, class T>
+void reduce_pair(T* d0, T* d1, const T* const* src, int rh, int n) {
+  for (int i = 0; i < n; ++i) {
+    T c = ld(src[1] + i);
+    for (int r = 2; r < rh; ++r) c = pick<E>(c, ld(src[r] + i));
+    st(d0 + i, pick<E>(ld(src[0] + i), c));
+    st(d1 + i, pick<E>(c, ld(src[rh] + i)));
+  }
+}
+
 }  // namespace ref
 
 namespace avx2 {
 
+template <Extremum E, class T, int RH>
+void reduce_pair_fixed(T* d0, T* d1, const T* const* list, int rh_dyn, int n) {
+  using X = Vec<T>;
+  constexpr int L = X::kLanes;
+  const int rh = RH > 0 ? RH : rh_dyn;
+  const T* src[RH > 0 ? RH + 1 : 1];
+  if constexpr (RH > 0)
+    for (int r = 0; r <= RH; ++r) src[r] = list[r];
+  auto at = [&](int r) { if constexpr (RH > 0) return src[r]; else return list[r]; };
+  int i = 0;
+  for (; i + L <= n; i += L) {
+    typename X::V c = X::load(at(1) + i);
+    for (int r = 2; r < rh; ++r) c = vpick<E, T>(c, X::load(at(r) + i));
+    X::store(d0 + i, vpick<E, T>(X::load(at(0) + i), c));
+    X::store(d1 + i, vpick<E, T>(c, X::load(at(rh) + i)));
+  }
+  for (; i < n; ++i) {
+    T c = ld(at(1) + i);
+    for (int r = 2; r < rh; ++r) c = pick<E>(c, ld(at(r) + i));
+    st(d0 + i, pick<E>(ld(at(0) + i), c));
+    st(d1 + i, pick<E>(c, ld(at(rh) + i)));
+  }
+}
+
+template <Extremum E, class T>
+void reduce_pair(T* d0, T* d1, const T* const* src, int rh, int n) {
+  switch (rh) {
+    case 2: return reduce_pair_fixed<E, T, 2>(d0, d1, src, rh, n);
+    case 3: return reduce_pair_fixed<E, T, 3>(d0, d1, src, rh, n);
+    case 4: return reduce_pair_fixed<E, T, 4>(d0, d1, src, rh, n);
+    case 5: return reduce_pair_fixed<E, T, 5>(d0, d1, src, rh, n);
+    case 6: return reduce_pair_fixed<E, T, 6>(d0, d1, src, rh, n);
+    case 7: return reduce_pair_fixed<E, T, 7>(d0, d1, src, rh, n);
+    default: return reduce_pair_fixed<E, T, 0>(d0, d1, src, rh, n);
+  }
+}
+
+// A fixed number of rows: the row pointers stay in registers and the taps unroll.
+template <Extremum E, class T, int N>
+void reduce_fixed(T* dst, const T* const* src_list, int n) {
+  using X = Vec<T>;
+  constexpr int L = X::kLanes;
+  const T* src[N];
+  for (int r = 0; r < N; ++r) src[r] = src_list[r];
+  int i = 0;
+  for (; i + L <= n; i += L) {
+    typename X::V v = X::load(src[0] + i);
+    for (int r = 1; r < N; ++r) v = vpick<E, T>(v, X::load(src[r] + i));
+    X::store(dst + i, v);
+  }
+  for (; i < n; ++i) {
+    T v = ld(src[0] + i);
+    for (int r = 1; r < N; ++r) v = pick<E>(v, ld(src[r] + i));
+    st(dst + i, v);
+  }
+}
+
 template <Extremum E, class T>
 void reduce_rows(T* dst, const T* const* src, int count, int n) {
+  switch (count) {
+    case 1: return reduce_fixed<E, T, 1>(dst, src, n);
+    case 2: return reduce_fixed<E, T, 2>(dst, src, n);
+    case 3: return reduce_fixed<E, T, 3>(dst, src, n);
+    case 4: return reduce_fixed<E, T, 4>(dst, src, n);
+    case 5: return reduce_fixed<E, T, 5>(dst, src, n);
+    case 6: return reduce_fixed<E, T, 6>(dst, src, n);
+    case 7: return reduce_fixed<E, T, 7>(dst, src, n);
+    default: break;
+  }
   using X = Vec<T>;
   constexpr int L = X::kLanes;
   int i = 0;

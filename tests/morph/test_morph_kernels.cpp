@@ -38,6 +38,22 @@ void check_reduce(std::mt19937& rng) {
     rvp::morph::avx2::reduce_rows<E, T>(b.data() + 1, ptr.data(), count, n);
     for (int i = 0; i < n + 2; ++i) ASSERT_TRUE(rvpt::same_bits(a[i], b[i])) << i;
 
+    // Two outputs of a vertical window sharing rows.
+    if (count >= 3) {
+      std::vector<T> p0(n + 1), p1(n + 1), q0(n + 1), q1(n + 1);
+      rvp::morph::ref::reduce_pair<E, T>(p0.data(), p1.data(), ptr.data(), count - 1, n);
+      rvp::morph::avx2::reduce_pair<E, T>(q0.data(), q1.data(), ptr.data(), count - 1, n);
+      for (int i = 0; i < n; ++i)
+        ASSERT_TRUE(rvpt::same_bits(p0[i], q0[i]) && rvpt::same_bits(p1[i], q1[i])) << i;
+      // Without NaN the pair equals two separate windows.
+      if constexpr (!std::is_same_v<T, float>) {
+        std::vector<T> w0(n + 1), w1(n + 1);
+        rvp::morph::ref::reduce_rows<E, T>(w0.data(), ptr.data(), count - 1, n);
+        rvp::morph::ref::reduce_rows<E, T>(w1.data(), ptr.data() + 1, count - 1, n);
+        for (int i = 0; i < n; ++i) ASSERT_TRUE(w0[i] == p0[i] && w1[i] == p1[i]) << i;
+      }
+    }
+
     // In place, the way the window passes use it.
     const int len = std::uniform_int_distribution<int>(1, 40)(rng);
     const int stride = std::uniform_int_distribution<int>(1, 4)(rng);
