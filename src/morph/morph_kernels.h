@@ -133,6 +133,7 @@ void reduce_pair_fixed(T* d0, T* d1, const T* const* list, int rh_dyn, int n) {
   int i = 0;
   for (; i + L <= n; i += L) {
     typename X::V c = X::load(at(1) + i);
+#pragma GCC unroll 8
     for (int r = 2; r < rh; ++r) c = vpick<E, T>(c, X::load(at(r) + i));
     X::store(d0 + i, vpick<E, T>(X::load(at(0) + i), c));
     X::store(d1 + i, vpick<E, T>(c, X::load(at(rh) + i)));
@@ -166,8 +167,19 @@ void reduce_fixed(T* dst, const T* const* src_list, int n) {
   const T* src[N];
   for (int r = 0; r < N; ++r) src[r] = src_list[r];
   int i = 0;
+  for (; i + 2 * L <= n; i += 2 * L) {
+    typename X::V v = X::load(src[0] + i), w = X::load(src[0] + i + L);
+#pragma GCC unroll 8
+    for (int r = 1; r < N; ++r) {
+      v = vpick<E, T>(v, X::load(src[r] + i));
+      w = vpick<E, T>(w, X::load(src[r] + i + L));
+    }
+    X::store(dst + i, v);
+    X::store(dst + i + L, w);
+  }
   for (; i + L <= n; i += L) {
     typename X::V v = X::load(src[0] + i);
+#pragma GCC unroll 8
     for (int r = 1; r < N; ++r) v = vpick<E, T>(v, X::load(src[r] + i));
     X::store(dst + i, v);
   }
