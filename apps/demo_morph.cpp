@@ -17,8 +17,8 @@ void morph_demo(rvpcv_app::DemoContext& ctx) {
   for (size_t i = 0; i < g.pixels.size(); ++i) raw.pixels[i] = g.pixels[i] > 150 ? 255 : 0;
 
   // A 5x5 disc.
-  const Rvp8u disc[25] = {0, 1, 1, 1, 0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1,
-                          1, 1, 1, 1, 1, 0, 1, 1, 1, 0};
+  const Rvp8u disc[25] = {0, 1, 1, 1, 0, 1, 1, 1, 1, 1, 1, 1, 1,
+                          1, 1, 1, 1, 1, 1, 1, 0, 1, 1, 1, 0};
   int spec = 0, bufsize = 0;
   rvpiMorphologyBorderGetSize_8u_C1R(w, {5, 5}, &spec, &bufsize);
   std::vector<Rvp8u> state_mem(spec), buffer(bufsize);
@@ -30,8 +30,8 @@ void morph_demo(rvpcv_app::DemoContext& ctx) {
     st = rvpiErodeBorder_8u_C1R(raw.row(0), raw.step(), eroded.row(0), eroded.step(), roi, 1, 0,
                                 state, buffer.data());
   if (st == rvpStsNoErr)
-    st = rvpiDilateBorder_8u_C1R(eroded.row(0), eroded.step(), opened.row(0), opened.step(), roi,
-                                 1, 0, state, buffer.data());
+    st = rvpiDilateBorder_8u_C1R(eroded.row(0), eroded.step(), opened.row(0), opened.step(), roi, 1,
+                                 0, state, buffer.data());
   size_t before = 0, after = 0;
   for (size_t i = 0; i < raw.pixels.size(); ++i) {
     before += raw.pixels[i] != 0;

@@ -13,12 +13,11 @@ using rvpb::Size2;
 
 void reg(const std::string& op, const char* impl, Size2 s, std::function<void()> fn,
          int64_t bytes) {
-  benchmark::RegisterBenchmark(rvpb::bench_name(op, impl, s).c_str(),
-                               [fn, bytes](benchmark::State& st) {
-                                 for (auto _ : st) fn();
-                                 st.SetBytesProcessed(int64_t(st.iterations()) * bytes);
-                               })
-      ->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark(rvpb::bench_name(op, impl, s).c_str(), [fn, bytes](
+                                                                          benchmark::State& st) {
+    for (auto _ : st) fn();
+    st.SetBytesProcessed(int64_t(st.iterations()) * bytes);
+  })->Unit(benchmark::kMicrosecond);
 }
 
 // The state and work buffer of one configuration, kept alive by the benchmark closure.

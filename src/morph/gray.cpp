@@ -73,7 +73,8 @@ RvpStatus gray_init(void* pState, RvpiSize roi, const V* pMask, RvpiSize m, Rvpi
   if (pMask == nullptr || pState == nullptr) return rvpStsNullPtrErr;
   if (auto st = gray_checks(roi, pMask, m, anchor)) return st;
   if (gray_state_bytes(m) > INT_MAX) return rvpStsSizeErr;
-  gray_build(static_cast<uint8_t*>(pState), roi, pMask, m, anchor, std::is_same_v<V, Rvp32f> ? 5 : 4);
+  gray_build(static_cast<uint8_t*>(pState), roi, pMask, m, anchor,
+             std::is_same_v<V, Rvp32f> ? 5 : 4);
   return rvpStsNoErr;
 }
 
@@ -94,8 +95,8 @@ RvpStatus gray_init_alloc(void** ppState, RvpiSize roi, const V* pMask, RvpiSize
 // T image element, V mask value. Each output pixel scans the mask rows that stay inside the
 // ROI and, per row, the columns that stay inside it.
 template <bool Dilate, class T, class V>
-RvpStatus gray_apply(const T* pSrc, int srcStep, T* pDst, int dstStep, RvpiSize roi,
-                     int borderType, const void* pState) {
+RvpStatus gray_apply(const T* pSrc, int srcStep, T* pDst, int dstStep, RvpiSize roi, int borderType,
+                     const void* pState) {
   if (pSrc == nullptr || pDst == nullptr || pState == nullptr) return rvpStsNullPtrErr;
   if (roi.width < 1 || roi.height < 1) return rvpStsSizeErr;
   if (srcStep < roi.width || dstStep < roi.width) return rvpStsStepErr;
@@ -171,13 +172,11 @@ RvpStatus rvpiMorphGrayInit_32f_C1R(RvpiMorphGrayState_32f* pState, RvpiSize roi
   return m::gray_init(pState, roiSize, pMask, maskSize, anchor);
 }
 RvpStatus rvpiMorphGrayInitAlloc_8u_C1R(RvpiMorphGrayState_8u** ppState, RvpiSize roiSize,
-                                        const Rvp32s* pMask, RvpiSize maskSize,
-                                        RvpiPoint anchor) {
+                                        const Rvp32s* pMask, RvpiSize maskSize, RvpiPoint anchor) {
   return m::gray_init_alloc(reinterpret_cast<void**>(ppState), roiSize, pMask, maskSize, anchor);
 }
 RvpStatus rvpiMorphGrayInitAlloc_32f_C1R(RvpiMorphGrayState_32f** ppState, RvpiSize roiSize,
-                                         const Rvp32f* pMask, RvpiSize maskSize,
-                                         RvpiPoint anchor) {
+                                         const Rvp32f* pMask, RvpiSize maskSize, RvpiPoint anchor) {
   return m::gray_init_alloc(reinterpret_cast<void**>(ppState), roiSize, pMask, maskSize, anchor);
 }
 RvpStatus rvpiMorphGrayFree_8u_C1R(RvpiMorphGrayState_8u* pState) {
@@ -200,14 +199,14 @@ RvpStatus rvpiGrayErodeBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst
   return m::gray_apply<false, Rvp8u, Rvp32s>(pSrc, srcStep, pDst, dstStep, roiSize, borderType,
                                              pState);
 }
-RvpStatus rvpiGrayDilateBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
-                                       int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+RvpStatus rvpiGrayDilateBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst, int dstStep,
+                                       RvpiSize roiSize, RvpiBorderType borderType,
                                        const RvpiMorphGrayState_32f* pState) {
   return m::gray_apply<true, Rvp32f, Rvp32f>(pSrc, srcStep, pDst, dstStep, roiSize, borderType,
                                              pState);
 }
-RvpStatus rvpiGrayErodeBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
-                                      int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+RvpStatus rvpiGrayErodeBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst, int dstStep,
+                                      RvpiSize roiSize, RvpiBorderType borderType,
                                       const RvpiMorphGrayState_32f* pState) {
   return m::gray_apply<false, Rvp32f, Rvp32f>(pSrc, srcStep, pDst, dstStep, roiSize, borderType,
                                               pState);

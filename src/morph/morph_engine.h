@@ -58,8 +58,8 @@ class BitRows {
   BitRows(const Rvp8u* src, int step, RvpiSize roi, filter::Border b, int left, int right)
       : src_(src), step_(step), w_(roi.width), h_(roi.height), b_(b), left_(left), right_(right) {}
   void fill(int y, Rvp8u* out) const {
-    const int my = filter::map_index(y, h_, b_.base, b_.in_mem(filter::kTop),
-                                     b_.in_mem(filter::kBottom));
+    const int my =
+        filter::map_index(y, h_, b_.base, b_.in_mem(filter::kTop), b_.in_mem(filter::kBottom));
     const Rvp8u* s = row(src_, step_, my);
     avx2::unpack_bits(s, out + left_, w_);
     for (int x = -left_; x < 0; ++x) out[x + left_] = bit(s, x);
@@ -68,8 +68,8 @@ class BitRows {
 
  private:
   Rvp8u bit(const Rvp8u* s, int x) const {
-    const int mx = filter::map_index(x, w_, b_.base, b_.in_mem(filter::kLeft),
-                                     b_.in_mem(filter::kRight));
+    const int mx =
+        filter::map_index(x, w_, b_.base, b_.in_mem(filter::kLeft), b_.in_mem(filter::kRight));
     // Pixels left of the ROI (in memory) sit in the bytes before it: floor division.
     const int byte = mx >> 3;
     return (s[byte] >> (7 - (mx & 7))) & 1;
@@ -116,8 +116,9 @@ void run_plan(const Plan& p, const Rows& rows, const Sink& sink, uint8_t* work) 
   const T** table = reinterpret_cast<const T**>(work);
   T* ring = reinterpret_cast<T*>(work + table_bytes(shape));
   T* spare = reinterpret_cast<T*>(work + table_bytes(shape) + p.mh * rb);
-  auto slot = [&](int j) { return reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(ring) +
-                                                       ring_slot(j, p.mh) * rb); };
+  auto slot = [&](int j) {
+    return reinterpret_cast<T*>(reinterpret_cast<uint8_t*>(ring) + ring_slot(j, p.mh) * rb);
+  };
 
   const bool rect = p.kind == kRect;
   const int rw = p.rect[0], rh = p.rect[1];
@@ -197,7 +198,6 @@ void run_plan(const Plan& p, const Rows& rows, const Sink& sink, uint8_t* work) 
     sink.commit(y, out);
   }
 }
-
 
 // maskRect when source and destination differ: per output row, the extremum of the
 // rectangle's source rows (read in place, rows mapped by the replicate rule) goes into a

@@ -129,7 +129,12 @@ void reduce_pair_fixed(T* d0, T* d1, const T* const* list, int rh_dyn, int n) {
   const T* src[RH > 0 ? RH + 1 : 1];
   if constexpr (RH > 0)
     for (int r = 0; r <= RH; ++r) src[r] = list[r];
-  auto at = [&](int r) { if constexpr (RH > 0) return src[r]; else return list[r]; };
+  auto at = [&](int r) {
+    if constexpr (RH > 0)
+      return src[r];
+    else
+      return list[r];
+  };
   int i = 0;
   for (; i + L <= n; i += L) {
     typename X::V c = X::load(at(1) + i);
@@ -149,13 +154,20 @@ void reduce_pair_fixed(T* d0, T* d1, const T* const* list, int rh_dyn, int n) {
 template <Extremum E, class T>
 void reduce_pair(T* d0, T* d1, const T* const* src, int rh, int n) {
   switch (rh) {
-    case 2: return reduce_pair_fixed<E, T, 2>(d0, d1, src, rh, n);
-    case 3: return reduce_pair_fixed<E, T, 3>(d0, d1, src, rh, n);
-    case 4: return reduce_pair_fixed<E, T, 4>(d0, d1, src, rh, n);
-    case 5: return reduce_pair_fixed<E, T, 5>(d0, d1, src, rh, n);
-    case 6: return reduce_pair_fixed<E, T, 6>(d0, d1, src, rh, n);
-    case 7: return reduce_pair_fixed<E, T, 7>(d0, d1, src, rh, n);
-    default: return reduce_pair_fixed<E, T, 0>(d0, d1, src, rh, n);
+    case 2:
+      return reduce_pair_fixed<E, T, 2>(d0, d1, src, rh, n);
+    case 3:
+      return reduce_pair_fixed<E, T, 3>(d0, d1, src, rh, n);
+    case 4:
+      return reduce_pair_fixed<E, T, 4>(d0, d1, src, rh, n);
+    case 5:
+      return reduce_pair_fixed<E, T, 5>(d0, d1, src, rh, n);
+    case 6:
+      return reduce_pair_fixed<E, T, 6>(d0, d1, src, rh, n);
+    case 7:
+      return reduce_pair_fixed<E, T, 7>(d0, d1, src, rh, n);
+    default:
+      return reduce_pair_fixed<E, T, 0>(d0, d1, src, rh, n);
   }
 }
 
@@ -193,14 +205,22 @@ void reduce_fixed(T* dst, const T* const* src_list, int n) {
 template <Extremum E, class T>
 void reduce_rows(T* dst, const T* const* src, int count, int n) {
   switch (count) {
-    case 1: return reduce_fixed<E, T, 1>(dst, src, n);
-    case 2: return reduce_fixed<E, T, 2>(dst, src, n);
-    case 3: return reduce_fixed<E, T, 3>(dst, src, n);
-    case 4: return reduce_fixed<E, T, 4>(dst, src, n);
-    case 5: return reduce_fixed<E, T, 5>(dst, src, n);
-    case 6: return reduce_fixed<E, T, 6>(dst, src, n);
-    case 7: return reduce_fixed<E, T, 7>(dst, src, n);
-    default: break;
+    case 1:
+      return reduce_fixed<E, T, 1>(dst, src, n);
+    case 2:
+      return reduce_fixed<E, T, 2>(dst, src, n);
+    case 3:
+      return reduce_fixed<E, T, 3>(dst, src, n);
+    case 4:
+      return reduce_fixed<E, T, 4>(dst, src, n);
+    case 5:
+      return reduce_fixed<E, T, 5>(dst, src, n);
+    case 6:
+      return reduce_fixed<E, T, 6>(dst, src, n);
+    case 7:
+      return reduce_fixed<E, T, 7>(dst, src, n);
+    default:
+      break;
   }
   using X = Vec<T>;
   constexpr int L = X::kLanes;
@@ -315,8 +335,8 @@ namespace avx2 {
 
 inline void unpack_bits(const Rvp8u* bits, Rvp8u* bytes, int n) {
   // Each byte of 4 source bytes is broadcast to 8 lanes and tested against its bit.
-  const __m256i shuffle = _mm256_setr_epi8(0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2,
-                                           2, 2, 2, 2, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3);
+  const __m256i shuffle = _mm256_setr_epi8(0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2,
+                                           2, 2, 2, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3);
   const __m256i bitsel = _mm256_setr_epi8(
       char(0x80), 0x40, 0x20, 0x10, 8, 4, 2, 1, char(0x80), 0x40, 0x20, 0x10, 8, 4, 2, 1,
       char(0x80), 0x40, 0x20, 0x10, 8, 4, 2, 1, char(0x80), 0x40, 0x20, 0x10, 8, 4, 2, 1);
@@ -338,8 +358,8 @@ inline void pack_bits(const Rvp8u* bytes, Rvp8u* bits, int n) {
   int x = 0;
   for (; x + 32 <= n; x += 32) {
     const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes + x));
-    const __m256i nz = _mm256_xor_si256(_mm256_cmpeq_epi8(v, _mm256_setzero_si256()),
-                                        _mm256_set1_epi8(-1));
+    const __m256i nz =
+        _mm256_xor_si256(_mm256_cmpeq_epi8(v, _mm256_setzero_si256()), _mm256_set1_epi8(-1));
     // movemask puts pixel x+j in bit j; the packing wants it in bit 7 - (j & 7) of byte j/8.
     uint32_t m = uint32_t(_mm256_movemask_epi8(nz));
     for (int b = 0; b < 4; ++b) {

@@ -22,22 +22,22 @@ constexpr uint32_t kOlderStateId = 0x4D524F31;   // "MRO1"
 // The fields at the start of the state. The state lives in caller memory of any alignment, so
 // it is always copied in and out with memcpy.
 struct StateHeader {
-  int32_t max_width;    // widest ROI accepted later
+  int32_t max_width;  // widest ROI accepted later
   int32_t mask_height;
-  int32_t type_code;    // 1 (8u and 1u), 5 (16u), 7 (16s), 13 (32f)
+  int32_t type_code;  // 1 (8u and 1u), 5 (16u), 7 (16s), 13 (32f)
   int32_t channels;
-  int32_t roi_width;    // the same width again
-  int32_t reserved;     // -1
-  int32_t total_size;   // bytes of the whole state
+  int32_t roi_width;   // the same width again
+  int32_t reserved;    // -1
+  int32_t total_size;  // bytes of the whole state
   int32_t kind;
-  int32_t rect[4];      // maskRect: width, height, anchor x and y relative to the rectangle
+  int32_t rect[4];  // maskRect: width, height, anchor x and y relative to the rectangle
   int32_t mask_width;
   int32_t anchor_x;
   int32_t anchor_y;
   int32_t work_offset;  // older interface: where the embedded work area starts; 0 otherwise
   int32_t work_size;
   uint32_t id;
-  int32_t bits;         // 1 for the bit-packed 1u state
+  int32_t bits;  // 1 for the bit-packed 1u state
 };
 constexpr int kHeaderBytes = 96;  // header, then the mask copy
 static_assert(sizeof(StateHeader) <= kHeaderBytes, "state header");
@@ -46,10 +46,10 @@ inline int64_t r16(int64_t v) { return round_up(v, 16); }
 
 // Everything the size formulas depend on.
 struct Shape {
-  int width;      // ROI width in pixels
-  int mw, mh;     // mask size
+  int width;   // ROI width in pixels
+  int mw, mh;  // mask size
   int channels;
-  int elem;       // bytes per element of the working rows (1u rows work unpacked: 1)
+  int elem;  // bytes per element of the working rows (1u rows work unpacked: 1)
 };
 
 inline int64_t mask_area(const Shape& s) { return r16(int64_t{s.mw} * s.mh); }
@@ -182,8 +182,8 @@ enum class Flavour { Border, Older };
 //   Init: builds the state in `state`.
 //   Allocate: gets the memory from rvpMalloc, builds the state, stores the pointer in *pp.
 inline RvpStatus analyse(int type_code, int channels, bool bits, int roi_width, const Rvp8u* mask,
-                         RvpiSize msize, RvpiPoint anchor, Mode mode, Flavour flavour,
-                         void* state, int* size, void** pp) {
+                         RvpiSize msize, RvpiPoint anchor, Mode mode, Flavour flavour, void* state,
+                         int* size, void** pp) {
   if (mask == nullptr) return rvpStsNullPtrErr;
   if (roi_width < 1 || msize.width < 1 || msize.height < 1) return rvpStsSizeErr;
   if (anchor.x < 0 || anchor.x >= msize.width || anchor.y < 0 || anchor.y >= msize.height)
@@ -194,8 +194,8 @@ inline RvpStatus analyse(int type_code, int channels, bool bits, int roi_width, 
 
   const int elem = type_code == rvp32f ? 4 : (type_code == rvp8u ? 1 : 2);
   const Shape s{roi_width, msize.width, msize.height, channels, elem};
-  const Analysis an = analyse_mask(mask, msize.width, msize.height, anchor.x, anchor.y,
-                                   type_code, channels);
+  const Analysis an =
+      analyse_mask(mask, msize.width, msize.height, anchor.x, anchor.y, type_code, channels);
   const int64_t a = mask_area(s);
   int64_t state_bytes = border_state_bytes(s, bits);
   int64_t work_offset = 0, work_bytes = 0;

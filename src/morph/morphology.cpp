@@ -70,9 +70,9 @@ template <class T, int C>
 RvpStatus older_init_alloc(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize, RvpiPoint anchor,
                            RvpiMorphState** ppState) {
   void* p = nullptr;
-  const RvpStatus st = analyse(type_code<T>(), C, false, roiWidth, pMask, maskSize, anchor,
-                               Mode::Allocate, Flavour::Older, nullptr, nullptr,
-                               ppState == nullptr ? nullptr : &p);
+  const RvpStatus st =
+      analyse(type_code<T>(), C, false, roiWidth, pMask, maskSize, anchor, Mode::Allocate,
+              Flavour::Older, nullptr, nullptr, ppState == nullptr ? nullptr : &p);
   if (st == rvpStsNoErr) *ppState = static_cast<RvpiMorphState*>(p);
   return st;
 }
@@ -115,8 +115,10 @@ void process(const T* src, int srcStep, T* dst, int dstStep, RvpiSize roi, int b
     return;
   }
   const filter::Border b = filter::resolve_border(borderType);
-  Plan p{roi.width, roi.height, C, h.mask_width, h.mask_height, h.anchor_x, h.anchor_y,
-         Kind(h.kind), {h.rect[0], h.rect[1], h.rect[2], h.rect[3]}, state_mask(state)};
+  Plan p{roi.width,        roi.height,    C,
+         h.mask_width,     h.mask_height, h.anchor_x,
+         h.anchor_y,       Kind(h.kind),  {h.rect[0], h.rect[1], h.rect[2], h.rect[3]},
+         state_mask(state)};
   if (b.flags != 0) p.kind = kGeneral;
   ScratchCarver carver(buffer);
   uint8_t* work = carver.take<uint8_t>(0);
@@ -172,7 +174,8 @@ RvpStatus filter_get_size(int roiWidth, RvpiSize maskSize, int* pBufferSize) {
   if (pBufferSize == nullptr) return rvpStsNullPtrErr;
   if (roiWidth < 1) return rvpStsSizeErr;
   if (maskSize.width < 1 || maskSize.height < 1) return rvpStsMaskSizeErr;
-  const int64_t n = rect_filter_bytes({roiWidth, maskSize.width, maskSize.height, C, int(sizeof(T))});
+  const int64_t n =
+      rect_filter_bytes({roiWidth, maskSize.width, maskSize.height, C, int(sizeof(T))});
   if (n > INT_MAX) return rvpStsSizeErr;
   *pBufferSize = int(n);
   return rvpStsNoErr;
@@ -187,9 +190,11 @@ RvpStatus filter_rect(const T* pSrc, int srcStep, T* pDst, int dstStep, RvpiSize
   if (maskSize.width < 1 || maskSize.height < 1) return rvpStsMaskSizeErr;
   if (anchor.x < 0 || anchor.x >= maskSize.width || anchor.y < 0 || anchor.y >= maskSize.height)
     return rvpStsAnchorErr;
-  const Plan p{roi.width,      roi.height, C, maskSize.width, maskSize.height, anchor.x, anchor.y,
-               kRect,          {maskSize.width, maskSize.height, anchor.x, anchor.y},
-               nullptr};
+  const Plan p{
+      roi.width,      roi.height,      C,
+      maskSize.width, maskSize.height, anchor.x,
+      anchor.y,       kRect,           {maskSize.width, maskSize.height, anchor.x, anchor.y},
+      nullptr};
   ScratchCarver carver(pBuffer);
   if (static_cast<const void*>(pSrc) != pDst) {
     run_rect_direct<E, T>(p, pSrc, srcStep, PlainSink<T>{pDst, dstStep}, carver.take<uint8_t>(0));
@@ -210,7 +215,7 @@ namespace m = rvp::morph;
 
 // ---- exports --------------------------------------------------------------------------------
 
-#define RVP_MORPH_BORDER(sfx, T, C, Bits, VALUE_T, VALUE_PTR)                                    \
+#define RVP_MORPH_BORDER(sfx, T, C, Bits, VALUE_T, VALUE_PTR)                                   \
   RvpStatus rvpiMorphologyBorderGetSize_##sfx(int roiWidth, RvpiSize maskSize, int* pSpecSize,  \
                                               int* pBufferSize) {                               \
     return m::border_get_size<T, C, Bits>(roiWidth, maskSize, pSpecSize, pBufferSize);          \
@@ -219,16 +224,16 @@ namespace m = rvp::morph;
                                            RvpiMorphState* pState, Rvp8u* pBuffer) {            \
     return m::border_init<T, C, Bits>(roiWidth, pMask, maskSize, pState, pBuffer);              \
   }                                                                                             \
-  RvpStatus rvpiDilateBorder_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,           \
-                                   RvpiSize roiSize, RvpiBorderType borderType,                \
-                                   VALUE_T borderValue, const RvpiMorphState* pState,          \
+  RvpStatus rvpiDilateBorder_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,            \
+                                   RvpiSize roiSize, RvpiBorderType borderType,                 \
+                                   VALUE_T borderValue, const RvpiMorphState* pState,           \
                                    Rvp8u* pBuffer) {                                            \
     return m::morph_border<Extremum::Max, T, C, Bits>(pSrc, srcStep, pDst, dstStep, roiSize,    \
                                                       borderType, VALUE_PTR, pState, pBuffer);  \
   }                                                                                             \
-  RvpStatus rvpiErodeBorder_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,            \
-                                  RvpiSize roiSize, RvpiBorderType borderType,                 \
-                                  VALUE_T borderValue, const RvpiMorphState* pState,           \
+  RvpStatus rvpiErodeBorder_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,             \
+                                  RvpiSize roiSize, RvpiBorderType borderType,                  \
+                                  VALUE_T borderValue, const RvpiMorphState* pState,            \
                                   Rvp8u* pBuffer) {                                             \
     return m::morph_border<Extremum::Min, T, C, Bits>(pSrc, srcStep, pDst, dstStep, roiSize,    \
                                                       borderType, VALUE_PTR, pState, pBuffer);  \
@@ -244,52 +249,48 @@ RVP_MORPH_BORDER(32f_C1R, Rvp32f, 1, false, Rvp32f, &borderValue)
 RVP_MORPH_BORDER(32f_C3R, Rvp32f, 3, false, const Rvp32f*, borderValue)
 RVP_MORPH_BORDER(32f_C4R, Rvp32f, 4, false, const Rvp32f*, borderValue)
 
-#define RVP_MORPH_OLDER(sfx, T, C)                                                               \
-  RvpStatus rvpiMorphologyGetSize_##sfx(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize,    \
-                                        int* pSize) {                                           \
-    return m::older_get_size<T, C>(roiWidth, pMask, maskSize, pSize);                           \
-  }                                                                                             \
-  RvpStatus rvpiMorphologyInit_##sfx(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize,       \
-                                     RvpiPoint anchor, RvpiMorphState* pState) {                \
-    return m::older_init<T, C>(roiWidth, pMask, maskSize, anchor, pState);                      \
-  }                                                                                             \
-  RvpStatus rvpiMorphologyInitAlloc_##sfx(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize,  \
-                                          RvpiPoint anchor, RvpiMorphState** ppState) {         \
-    return m::older_init_alloc<T, C>(roiWidth, pMask, maskSize, anchor, ppState);               \
-  }                                                                                             \
-  RvpStatus rvpiDilateBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,  \
-                                            RvpiSize roiSize, RvpiBorderType borderType,       \
-                                            RvpiMorphState* pState) {                           \
-    return m::morph_replicate<Extremum::Max, T, C>(pSrc, srcStep, pDst, dstStep, roiSize,       \
-                                                   borderType, pState);                         \
-  }                                                                                             \
-  RvpStatus rvpiErodeBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,   \
-                                           RvpiSize roiSize, RvpiBorderType borderType,        \
-                                           RvpiMorphState* pState) {                            \
-    return m::morph_replicate<Extremum::Min, T, C>(pSrc, srcStep, pDst, dstStep, roiSize,       \
-                                                   borderType, pState);                         \
-  }                                                                                             \
-  RvpStatus rvpiFilterMaxGetBufferSize_##sfx(int roiWidth, RvpiSize maskSize,                  \
-                                             int* pBufferSize) {                                \
-    return m::filter_get_size<T, C>(roiWidth, maskSize, pBufferSize);                           \
-  }                                                                                             \
-  RvpStatus rvpiFilterMinGetBufferSize_##sfx(int roiWidth, RvpiSize maskSize,                  \
-                                             int* pBufferSize) {                                \
-    return m::filter_get_size<T, C>(roiWidth, maskSize, pBufferSize);                           \
-  }                                                                                             \
-  RvpStatus rvpiFilterMaxBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst,            \
-                                               int dstStep, RvpiSize roiSize,                  \
-                                               RvpiSize maskSize, RvpiPoint anchor,            \
-                                               Rvp8u* pBuffer) {                                \
-    return m::filter_rect<Extremum::Max, T, C>(pSrc, srcStep, pDst, dstStep, roiSize, maskSize, \
-                                               anchor, pBuffer);                                \
-  }                                                                                             \
-  RvpStatus rvpiFilterMinBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst,            \
-                                               int dstStep, RvpiSize roiSize,                  \
-                                               RvpiSize maskSize, RvpiPoint anchor,            \
-                                               Rvp8u* pBuffer) {                                \
-    return m::filter_rect<Extremum::Min, T, C>(pSrc, srcStep, pDst, dstStep, roiSize, maskSize, \
-                                               anchor, pBuffer);                                \
+#define RVP_MORPH_OLDER(sfx, T, C)                                                                \
+  RvpStatus rvpiMorphologyGetSize_##sfx(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize,      \
+                                        int* pSize) {                                             \
+    return m::older_get_size<T, C>(roiWidth, pMask, maskSize, pSize);                             \
+  }                                                                                               \
+  RvpStatus rvpiMorphologyInit_##sfx(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize,         \
+                                     RvpiPoint anchor, RvpiMorphState* pState) {                  \
+    return m::older_init<T, C>(roiWidth, pMask, maskSize, anchor, pState);                        \
+  }                                                                                               \
+  RvpStatus rvpiMorphologyInitAlloc_##sfx(int roiWidth, const Rvp8u* pMask, RvpiSize maskSize,    \
+                                          RvpiPoint anchor, RvpiMorphState** ppState) {           \
+    return m::older_init_alloc<T, C>(roiWidth, pMask, maskSize, anchor, ppState);                 \
+  }                                                                                               \
+  RvpStatus rvpiDilateBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,     \
+                                            RvpiSize roiSize, RvpiBorderType borderType,          \
+                                            RvpiMorphState* pState) {                             \
+    return m::morph_replicate<Extremum::Max, T, C>(pSrc, srcStep, pDst, dstStep, roiSize,         \
+                                                   borderType, pState);                           \
+  }                                                                                               \
+  RvpStatus rvpiErodeBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,      \
+                                           RvpiSize roiSize, RvpiBorderType borderType,           \
+                                           RvpiMorphState* pState) {                              \
+    return m::morph_replicate<Extremum::Min, T, C>(pSrc, srcStep, pDst, dstStep, roiSize,         \
+                                                   borderType, pState);                           \
+  }                                                                                               \
+  RvpStatus rvpiFilterMaxGetBufferSize_##sfx(int roiWidth, RvpiSize maskSize, int* pBufferSize) { \
+    return m::filter_get_size<T, C>(roiWidth, maskSize, pBufferSize);                             \
+  }                                                                                               \
+  RvpStatus rvpiFilterMinGetBufferSize_##sfx(int roiWidth, RvpiSize maskSize, int* pBufferSize) { \
+    return m::filter_get_size<T, C>(roiWidth, maskSize, pBufferSize);                             \
+  }                                                                                               \
+  RvpStatus rvpiFilterMaxBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,  \
+                                               RvpiSize roiSize, RvpiSize maskSize,               \
+                                               RvpiPoint anchor, Rvp8u* pBuffer) {                \
+    return m::filter_rect<Extremum::Max, T, C>(pSrc, srcStep, pDst, dstStep, roiSize, maskSize,   \
+                                               anchor, pBuffer);                                  \
+  }                                                                                               \
+  RvpStatus rvpiFilterMinBorderReplicate_##sfx(const T* pSrc, int srcStep, T* pDst, int dstStep,  \
+                                               RvpiSize roiSize, RvpiSize maskSize,               \
+                                               RvpiPoint anchor, Rvp8u* pBuffer) {                \
+    return m::filter_rect<Extremum::Min, T, C>(pSrc, srcStep, pDst, dstStep, roiSize, maskSize,   \
+                                               anchor, pBuffer);                                  \
   }
 
 RVP_MORPH_OLDER(8u_C1R, Rvp8u, 1)

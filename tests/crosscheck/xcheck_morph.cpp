@@ -76,9 +76,9 @@ TEST(CrossMorph, DilateErodeMatchOpenCV) {
   struct Element {
     int shape;
     cv::Size size;
-  } elements[] = {{cv::MORPH_RECT, {3, 3}},   {cv::MORPH_RECT, {5, 5}},
-                  {cv::MORPH_RECT, {15, 15}}, {cv::MORPH_RECT, {7, 2}},
-                  {cv::MORPH_CROSS, {3, 3}},  {cv::MORPH_CROSS, {5, 7}},
+  } elements[] = {{cv::MORPH_RECT, {3, 3}},    {cv::MORPH_RECT, {5, 5}},
+                  {cv::MORPH_RECT, {15, 15}},  {cv::MORPH_RECT, {7, 2}},
+                  {cv::MORPH_CROSS, {3, 3}},   {cv::MORPH_CROSS, {5, 7}},
                   {cv::MORPH_ELLIPSE, {5, 5}}, {cv::MORPH_ELLIPSE, {9, 7}}};
   int compared = 0;
   for (const cv::Mat& img : images) {

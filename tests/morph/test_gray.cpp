@@ -22,8 +22,8 @@ T reference_pixel(const T* src, int step_elems, RvpiSize roi, const std::vector<
       const int sx = x + k - a.x, sy = y + r - a.y;
       if (sx < 0 || sy < 0 || sx >= roi.width || sy >= roi.height) continue;
       const double s = double(src[size_t(sy) * step_elems + sx]);
-      const double v = dilate ? s + double(mask[size_t(r) * mw + k])
-                              : s - double(mask[size_t(r) * mw + k]);
+      const double v =
+          dilate ? s + double(mask[size_t(r) * mw + k]) : s - double(mask[size_t(r) * mw + k]);
       if constexpr (std::is_same_v<T, Rvp32f>) {
         // Same single-precision arithmetic as the library.
         const float f = dilate ? float(s) + float(mask[size_t(r) * mw + k])
@@ -123,8 +123,7 @@ TEST(GrayMorphology, ChecksInOrderAndNothingWritten) {
   EXPECT_EQ(rvpiMorphGrayInit_32f_C1R(s, {4, 1}, mask, {2, 2}, {2, 0}), rvpStsMaskSizeErr);
   EXPECT_EQ(rvpiMorphGrayInit_32f_C1R(s, {4, 1}, mask, {2, 2}, {0, -1}), rvpStsMaskSizeErr);
   RvpiMorphGrayState_32f* keep = s;
-  EXPECT_EQ(rvpiMorphGrayInitAlloc_32f_C1R(&keep, {4, 1}, mask, {2, 2}, {0, 2}),
-            rvpStsMaskSizeErr);
+  EXPECT_EQ(rvpiMorphGrayInitAlloc_32f_C1R(&keep, {4, 1}, mask, {2, 2}, {0, 2}), rvpStsMaskSizeErr);
   EXPECT_EQ(keep, s);
   EXPECT_TRUE(std::all_of(mem.begin(), mem.end(), [](uint8_t v) { return v == 0x11; }));
   int size;
@@ -134,8 +133,8 @@ TEST(GrayMorphology, ChecksInOrderAndNothingWritten) {
 
   Rvp32f src[12] = {}, dst[12];
   std::fill(dst, dst + 12, 7.f);
-  const RvpStatus want[] = {rvpStsNullPtrErr, rvpStsSizeErr, rvpStsStepErr, rvpStsBadArgErr,
-                            rvpStsSizeErr, rvpStsSizeErr};
+  const RvpStatus want[] = {rvpStsNullPtrErr, rvpStsSizeErr, rvpStsStepErr,
+                            rvpStsBadArgErr,  rvpStsSizeErr, rvpStsSizeErr};
   const RvpStatus got[] = {
       rvpiGrayDilateBorder_32f_C1R(src, 16, dst, 16, {4, 3}, 1, nullptr),
       rvpiGrayDilateBorder_32f_C1R(src, 16, dst, 16, {4, 0}, 6, s),
@@ -146,10 +145,10 @@ TEST(GrayMorphology, ChecksInOrderAndNothingWritten) {
   for (int i = 0; i < 6; ++i) EXPECT_EQ(got[i], want[i]) << i;
   for (float v : dst) ASSERT_EQ(v, 7.f);
   // A state of the other type is refused.
-  EXPECT_EQ(rvpiGrayDilateBorder_8u_C1R(reinterpret_cast<Rvp8u*>(src), 4,
-                                        reinterpret_cast<Rvp8u*>(dst), 4, {4, 3}, 1,
-                                        reinterpret_cast<RvpiMorphGrayState_8u*>(s)),
-            rvpStsContextMatchErr);
+  EXPECT_EQ(
+      rvpiGrayDilateBorder_8u_C1R(reinterpret_cast<Rvp8u*>(src), 4, reinterpret_cast<Rvp8u*>(dst),
+                                  4, {4, 3}, 1, reinterpret_cast<RvpiMorphGrayState_8u*>(s)),
+      rvpStsContextMatchErr);
   for (float v : dst) ASSERT_EQ(v, 7.f);
 }
 

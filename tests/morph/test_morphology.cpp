@@ -78,8 +78,8 @@ T extremum(bool dilate, T a, T b) {
 
 // Extremum over the nonzero positions in mask order; an empty mask copies.
 template <class T>
-std::vector<T> reference(const T* src, int step, RvpiSize roi, int ch, int border,
-                         const Mask& k, RvpiPoint anchor, bool dilate) {
+std::vector<T> reference(const T* src, int step, RvpiSize roi, int ch, int border, const Mask& k,
+                         RvpiPoint anchor, bool dilate) {
   const rvp::filter::BorderedSource<T> bs(src, step, roi, ch, rvp::filter::resolve_border(border),
                                           nullptr, 0, 0);
   std::vector<T> out(size_t(roi.width) * roi.height * ch);
@@ -105,21 +105,21 @@ std::vector<T> reference(const T* src, int step, RvpiSize roi, int ch, int borde
 template <class T, int C>
 struct Api;
 
-#define RVPT_API(T, C, sfx, VALUE)                                                               \
-  template <>                                                                                  \
-  struct Api<T, C> {                                                                           \
-    static RvpStatus border_size(int w, RvpiSize m, int* s, int* b) {                           \
-      return rvpiMorphologyBorderGetSize_##sfx(w, m, s, b);                                    \
-    }                                                                                          \
-    static RvpStatus border_init(int w, const Rvp8u* k, RvpiSize m, void* st, Rvp8u* b) {       \
-      return rvpiMorphologyBorderInit_##sfx(w, k, m, static_cast<RvpiMorphState*>(st), b);     \
-    }                                                                                          \
-    static RvpStatus run(bool dilate, const T* s, int ss, T* d, int ds, RvpiSize roi, int bt,  \
-                         const T* value, const void* st, Rvp8u* buf) {                         \
-      auto state = static_cast<const RvpiMorphState*>(st);                                     \
-      return dilate ? rvpiDilateBorder_##sfx(s, ss, d, ds, roi, bt, VALUE, state, buf)         \
-                    : rvpiErodeBorder_##sfx(s, ss, d, ds, roi, bt, VALUE, state, buf);         \
-    }                                                                                          \
+#define RVPT_API(T, C, sfx, VALUE)                                                            \
+  template <>                                                                                 \
+  struct Api<T, C> {                                                                          \
+    static RvpStatus border_size(int w, RvpiSize m, int* s, int* b) {                         \
+      return rvpiMorphologyBorderGetSize_##sfx(w, m, s, b);                                   \
+    }                                                                                         \
+    static RvpStatus border_init(int w, const Rvp8u* k, RvpiSize m, void* st, Rvp8u* b) {     \
+      return rvpiMorphologyBorderInit_##sfx(w, k, m, static_cast<RvpiMorphState*>(st), b);    \
+    }                                                                                         \
+    static RvpStatus run(bool dilate, const T* s, int ss, T* d, int ds, RvpiSize roi, int bt, \
+                         const T* value, const void* st, Rvp8u* buf) {                        \
+      auto state = static_cast<const RvpiMorphState*>(st);                                    \
+      return dilate ? rvpiDilateBorder_##sfx(s, ss, d, ds, roi, bt, VALUE, state, buf)        \
+                    : rvpiErodeBorder_##sfx(s, ss, d, ds, roi, bt, VALUE, state, buf);        \
+    }                                                                                         \
   };
 RVPT_API(Rvp8u, 1, 8u_C1R, *value)
 RVPT_API(Rvp8u, 3, 8u_C3R, value)
@@ -132,29 +132,29 @@ RVPT_API(Rvp32f, 4, 32f_C4R, value)
 
 template <class T, int C>
 struct Older;
-#define RVPT_OLDER(T, C, sfx)                                                                    \
-  template <>                                                                                  \
-  struct Older<T, C> {                                                                         \
-    static RvpStatus size(int w, const Rvp8u* k, RvpiSize m, int* s) {                          \
-      return rvpiMorphologyGetSize_##sfx(w, k, m, s);                                          \
-    }                                                                                          \
-    static RvpStatus init(int w, const Rvp8u* k, RvpiSize m, RvpiPoint a, void* st) {           \
-      return rvpiMorphologyInit_##sfx(w, k, m, a, static_cast<RvpiMorphState*>(st));           \
-    }                                                                                          \
-    static RvpStatus run(bool dilate, const T* s, int ss, T* d, int ds, RvpiSize roi, int bt,  \
-                         void* st) {                                                           \
-      auto state = static_cast<RvpiMorphState*>(st);                                           \
-      return dilate ? rvpiDilateBorderReplicate_##sfx(s, ss, d, ds, roi, bt, state)            \
-                    : rvpiErodeBorderReplicate_##sfx(s, ss, d, ds, roi, bt, state);            \
-    }                                                                                          \
-    static RvpStatus filter_size(int w, RvpiSize m, int* b) {                                   \
-      return rvpiFilterMaxGetBufferSize_##sfx(w, m, b);                                        \
-    }                                                                                          \
-    static RvpStatus filter(bool dilate, const T* s, int ss, T* d, int ds, RvpiSize roi,       \
-                            RvpiSize m, RvpiPoint a, Rvp8u* b) {                               \
-      return dilate ? rvpiFilterMaxBorderReplicate_##sfx(s, ss, d, ds, roi, m, a, b)           \
-                    : rvpiFilterMinBorderReplicate_##sfx(s, ss, d, ds, roi, m, a, b);          \
-    }                                                                                          \
+#define RVPT_OLDER(T, C, sfx)                                                                 \
+  template <>                                                                                 \
+  struct Older<T, C> {                                                                        \
+    static RvpStatus size(int w, const Rvp8u* k, RvpiSize m, int* s) {                        \
+      return rvpiMorphologyGetSize_##sfx(w, k, m, s);                                         \
+    }                                                                                         \
+    static RvpStatus init(int w, const Rvp8u* k, RvpiSize m, RvpiPoint a, void* st) {         \
+      return rvpiMorphologyInit_##sfx(w, k, m, a, static_cast<RvpiMorphState*>(st));          \
+    }                                                                                         \
+    static RvpStatus run(bool dilate, const T* s, int ss, T* d, int ds, RvpiSize roi, int bt, \
+                         void* st) {                                                          \
+      auto state = static_cast<RvpiMorphState*>(st);                                          \
+      return dilate ? rvpiDilateBorderReplicate_##sfx(s, ss, d, ds, roi, bt, state)           \
+                    : rvpiErodeBorderReplicate_##sfx(s, ss, d, ds, roi, bt, state);           \
+    }                                                                                         \
+    static RvpStatus filter_size(int w, RvpiSize m, int* b) {                                 \
+      return rvpiFilterMaxGetBufferSize_##sfx(w, m, b);                                       \
+    }                                                                                         \
+    static RvpStatus filter(bool dilate, const T* s, int ss, T* d, int ds, RvpiSize roi,      \
+                            RvpiSize m, RvpiPoint a, Rvp8u* b) {                              \
+      return dilate ? rvpiFilterMaxBorderReplicate_##sfx(s, ss, d, ds, roi, m, a, b)          \
+                    : rvpiFilterMinBorderReplicate_##sfx(s, ss, d, ds, roi, m, a, b);         \
+    }                                                                                         \
   };
 RVPT_OLDER(Rvp8u, 1, 8u_C1R)
 RVPT_OLDER(Rvp8u, 3, 8u_C3R)
@@ -212,27 +212,26 @@ void kinds_match_reference(uint32_t seed) {
     ASSERT_EQ(A::border_size(w + trial % 3, {k.w, k.h}, &spec, &bufsize), 0);
     std::vector<uint8_t> state(spec + 1), buffer(bufsize + 1);
     uint8_t dummy = 0;
-    ASSERT_EQ(A::border_init(w + trial % 3, k.m.data(), {k.w, k.h}, state.data() + 1,
-                                     &dummy),
-              0);
+    ASSERT_EQ(A::border_init(w + trial % 3, k.m.data(), {k.w, k.h}, state.data() + 1, &dummy), 0);
     const Kind kind = Kind(rvp::morph::read_header(state.data() + 1).kind);
-    SCOPED_TRACE(::testing::Message() << "trial " << trial << " mask " << k.w << "x" << k.h
-                                      << " anchor " << k.anchor.x << "," << k.anchor.y
-                                      << " border " << border << " kind " << kind
-                                      << " mask " << ::testing::PrintToString(k.m));
+    SCOPED_TRACE(::testing::Message()
+                 << "trial " << trial << " mask " << k.w << "x" << k.h << " anchor " << k.anchor.x
+                 << "," << k.anchor.y << " border " << border << " kind " << kind << " mask "
+                 << ::testing::PrintToString(k.m));
     ++seen[kind];
     rvpt::TestImage<T> dst(w, h, C, 5, 3);
     const std::vector<uint8_t> before = dst.bytes();
     const T value[4] = {};
     ASSERT_EQ(A::run(dilate, src, big.step(), dst.ptr(), dst.step(), roi, border, value,
-                             state.data() + 1, buffer.data() + 1),
+                     state.data() + 1, buffer.data() + 1),
               0);
     const auto want = reference(src, big.step(), roi, C, border, k, centre(k), dilate);
     expect_region<T, C>(dst, want, "border interface");
     // Row padding and the bytes around the region are untouched.
     for (int y = 0; y < h; ++y)
       for (int b = w * C * int(sizeof(T)); b < dst.step(); ++b)
-        ASSERT_EQ(dst.bytes()[3 + size_t(y) * dst.step() + b], before[3 + size_t(y) * dst.step() + b]);
+        ASSERT_EQ(dst.bytes()[3 + size_t(y) * dst.step() + b],
+                  before[3 + size_t(y) * dst.step() + b]);
 
     if constexpr (std::is_same_v<T, Rvp8u> || std::is_same_v<T, Rvp32f>) {
       using O = Older<T, C>;
@@ -241,17 +240,14 @@ void kinds_match_reference(uint32_t seed) {
       std::vector<uint8_t> older(size + 3);
       ASSERT_EQ(O::init(w, k.m.data(), {k.w, k.h}, k.anchor, older.data() + 3), 0);
       rvpt::TestImage<T> d2(w, h, C, 1, 1);
-      ASSERT_EQ(O::run(dilate, src, big.step(), d2.ptr(), d2.step(), roi, 1,
-                                 older.data() + 3),
-                0);
+      ASSERT_EQ(O::run(dilate, src, big.step(), d2.ptr(), d2.step(), roi, 1, older.data() + 3), 0);
       expect_region<T, C>(d2, reference(src, big.step(), roi, C, 1, k, k.anchor, dilate),
                           "older interface");
       // In place gives the same values.
       rvpt::TestImage<T> io(w, h, C, 2, 0);
       for (int y = 0; y < h; ++y)
         std::memcpy(io.row(y), row_of(src, big.step(), y), sizeof(T) * w * C);
-      ASSERT_EQ(O::run(dilate, io.ptr(), io.step(), io.ptr(), io.step(), roi, 1,
-                                 older.data() + 3),
+      ASSERT_EQ(O::run(dilate, io.ptr(), io.step(), io.ptr(), io.step(), roi, 1, older.data() + 3),
                 0);
       expect_region<T, C>(io, reference(src, big.step(), roi, C, 1, k, k.anchor, dilate),
                           "in place");
@@ -282,8 +278,8 @@ TEST(Morphology, Area16Versus17For32fC3) {
   struct Case {
     int w, h;
     Kind want;
-  } cases[] = {{4, 4, rvp::morph::kGeneral}, {17, 1, rvp::morph::kRect},
-               {1, 17, rvp::morph::kRect}};
+  } cases[] = {
+      {4, 4, rvp::morph::kGeneral}, {17, 1, rvp::morph::kRect}, {1, 17, rvp::morph::kRect}};
   for (const Case& c : cases) {
     Mask k{c.w, c.h, std::vector<Rvp8u>(size_t(c.w) * c.h, 0), {}};
     // Rows of runs of lengths 1..w centred.
@@ -296,9 +292,8 @@ TEST(Morphology, Area16Versus17For32fC3) {
     ASSERT_EQ(rvpiMorphologyBorderGetSize_32f_C3R(30, {c.w, c.h}, &spec, &buf), 0);
     std::vector<uint8_t> st(spec), b(buf);
     uint8_t dummy;
-    ASSERT_EQ(rvpiMorphologyBorderInit_32f_C3R(30, k.m.data(), {c.w, c.h},
-                                               reinterpret_cast<RvpiMorphState*>(st.data()),
-                                               &dummy),
+    ASSERT_EQ(rvpiMorphologyBorderInit_32f_C3R(
+                  30, k.m.data(), {c.w, c.h}, reinterpret_cast<RvpiMorphState*>(st.data()), &dummy),
               0);
     EXPECT_EQ(rvp::morph::read_header(st.data()).kind, c.want);
   }
@@ -372,11 +367,9 @@ TEST(Morphology, FullRectangleEqualsMinMaxFilter) {
     ASSERT_EQ(rvpiFilterMinGetBufferSize_32f_C3R(w, {mw, mh}, &fsize), 0);
     std::vector<uint8_t> fb(fsize);
     rvpt::TestImage<Rvp32f> d1(w, h, 3), d2(w, h, 3);
-    ASSERT_EQ(O3::run(dilate, src.ptr(), src.step(), d1.ptr(), d1.step(), {w, h},
-                                    1, state),
-              0);
-    ASSERT_EQ(O3::filter(dilate, src.ptr(), src.step(), d2.ptr(), d2.step(),
-                                       {w, h}, {mw, mh}, a, fb.data()),
+    ASSERT_EQ(O3::run(dilate, src.ptr(), src.step(), d1.ptr(), d1.step(), {w, h}, 1, state), 0);
+    ASSERT_EQ(O3::filter(dilate, src.ptr(), src.step(), d2.ptr(), d2.step(), {w, h}, {mw, mh}, a,
+                         fb.data()),
               0);
     EXPECT_EQ(d1.bytes(), d2.bytes());
   }
@@ -413,7 +406,7 @@ TEST(Morphology, BitPackedMostSignificantBitFirst) {
     const Mask k = make_mask(rng, trial % 4);
     const int w = std::uniform_int_distribution<int>(1, 80)(rng);
     const int h = std::uniform_int_distribution<int>(1, 9)(rng);
-    const int mb = 2, mr = 8;                       // margin bytes, margin rows
+    const int mb = 2, mr = 8;                                 // margin bytes, margin rows
     const int step = (w + 7) / 8 + 2 * mb + (w + trial % 4);  // at least w: step >= width
     std::vector<Rvp8u> img(size_t(step) * (h + 2 * mr));
     for (auto& v : img) v = Rvp8u(rng());
@@ -429,11 +422,10 @@ TEST(Morphology, BitPackedMostSignificantBitFirst) {
     std::vector<Rvp8u> dst(size_t(step) * h);
     for (auto& v : dst) v = Rvp8u(rng());
     const std::vector<Rvp8u> before = dst;
-    const RvpStatus s =
-        dilate ? rvpiDilateBorder_1u_C1R(src, step, dst.data(), step, {w, h}, border, 0, state,
-                                         buf.data())
-               : rvpiErodeBorder_1u_C1R(src, step, dst.data(), step, {w, h}, border, 0, state,
-                                        buf.data());
+    const RvpStatus s = dilate ? rvpiDilateBorder_1u_C1R(src, step, dst.data(), step, {w, h},
+                                                         border, 0, state, buf.data())
+                               : rvpiErodeBorder_1u_C1R(src, step, dst.data(), step, {w, h}, border,
+                                                        0, state, buf.data());
     ASSERT_EQ(s, 0);
     // Reference on the bits, pixel x at bit 7 - x % 8 of byte x / 8 (negative x: bytes before).
     const rvp::filter::Border b = rvp::filter::resolve_border(border);
@@ -493,16 +485,53 @@ TEST(Morphology, ChecksInOrderAndNothingWritten) {
     RvpStatus want;
     std::function<RvpStatus()> call;
   } bad[] = {
-      {rvpStsNullPtrErr, [&] { return rvpiDilateBorder_8u_C3R(nullptr, 3 * w, dst, 3 * w, {0, h}, 1, value, state, buf.data()); }},
-      {rvpStsNullPtrErr, [&] { return rvpiDilateBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 1, nullptr, state, buf.data()); }},
-      {rvpStsNullPtrErr, [&] { return rvpiErodeBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 1, value, state, nullptr); }},
-      {rvpStsSizeErr, [&] { return rvpiDilateBorder_8u_C3R(src, 0, dst, 3 * w, {w, 0}, 1, value, state, buf.data()); }},
-      {rvpStsStepErr, [&] { return rvpiDilateBorder_8u_C3R(src, w - 1, dst, 3 * w, {w, h}, 0, value, state, buf.data()); }},
-      {rvpStsStepErr, [&] { return rvpiDilateBorder_8u_C3R(src, 3 * w, dst, -3, {w, h}, 1, value, state, buf.data()); }},
-      {rvpStsBorderErr, [&] { return rvpiDilateBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 0, value, state, buf.data()); }},
-      {rvpStsBorderErr, [&] { return rvpiErodeBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 0x12, value, state, buf.data()); }},
-      {rvpStsSizeErr, [&] { return rvpiDilateBorder_8u_C3R(src, 3 * w + 3, dst, 3 * w + 3, {w + 1, h - 1}, 1, value, state, buf.data()); }},
-      {rvpStsContextMatchErr, [&] { return rvpiDilateBorder_8u_C4R(src, 3 * w, dst, 3 * w, {7, h}, 1, value, state, buf.data()); }},
+      {rvpStsNullPtrErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(nullptr, 3 * w, dst, 3 * w, {0, h}, 1, value, state,
+                                        buf.data());
+       }},
+      {rvpStsNullPtrErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 1, nullptr, state,
+                                        buf.data());
+       }},
+      {rvpStsNullPtrErr,
+       [&] {
+         return rvpiErodeBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 1, value, state, nullptr);
+       }},
+      {rvpStsSizeErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(src, 0, dst, 3 * w, {w, 0}, 1, value, state, buf.data());
+       }},
+      {rvpStsStepErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(src, w - 1, dst, 3 * w, {w, h}, 0, value, state,
+                                        buf.data());
+       }},
+      {rvpStsStepErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(src, 3 * w, dst, -3, {w, h}, 1, value, state, buf.data());
+       }},
+      {rvpStsBorderErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 0, value, state,
+                                        buf.data());
+       }},
+      {rvpStsBorderErr,
+       [&] {
+         return rvpiErodeBorder_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, 0x12, value, state,
+                                       buf.data());
+       }},
+      {rvpStsSizeErr,
+       [&] {
+         return rvpiDilateBorder_8u_C3R(src, 3 * w + 3, dst, 3 * w + 3, {w + 1, h - 1}, 1, value,
+                                        state, buf.data());
+       }},
+      {rvpStsContextMatchErr,
+       [&] {
+         return rvpiDilateBorder_8u_C4R(src, 3 * w, dst, 3 * w, {7, h}, 1, value, state,
+                                        buf.data());
+       }},
   };
   for (const Bad& b : bad) {
     EXPECT_EQ(b.call(), b.want);
@@ -511,7 +540,8 @@ TEST(Morphology, ChecksInOrderAndNothingWritten) {
     ASSERT_EQ(buf, buf0);
   }
   // A step between the width and three times the width passes the element-count check.
-  EXPECT_EQ(rvpiDilateBorder_8u_C3R(src, w + 1, dst, 2 * w, {w, 2}, 1, value, state, buf.data()), 0);
+  EXPECT_EQ(rvpiDilateBorder_8u_C3R(src, w + 1, dst, 2 * w, {w, 2}, 1, value, state, buf.data()),
+            0);
 
   // In place is refused for 16u, 16s and 1u.
   ASSERT_EQ(rvpiMorphologyBorderGetSize_16s_C1R(w, {3, 3}, &spec, &bufsize), 0);
@@ -539,10 +569,17 @@ TEST(Morphology, ChecksInOrderAndNothingWritten) {
   // Rectangle filter: mask size -33, anchor -34, byte steps.
   std::memset(dst, 0x77, sizeof dst);
   Rvp8u fb[4096];
-  EXPECT_EQ(rvpiFilterMaxBorderReplicate_8u_C3R(src, 3 * w - 1, dst, 3 * w, {w, h}, {3, 3}, {1, 1}, fb), rvpStsStepErr);
-  EXPECT_EQ(rvpiFilterMaxBorderReplicate_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, {0, 3}, {1, 1}, fb), rvpStsMaskSizeErr);
-  EXPECT_EQ(rvpiFilterMinBorderReplicate_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, {3, 3}, {1, 3}, fb), rvpStsAnchorErr);
-  EXPECT_EQ(rvpiFilterMinBorderReplicate_32f_C1R(reinterpret_cast<Rvp32f*>(src), 4 * w + 2, reinterpret_cast<Rvp32f*>(dst), 4 * w, {w, 1}, {3, 3}, {1, 1}, fb), rvpStsNotEvenStepErr);
+  EXPECT_EQ(
+      rvpiFilterMaxBorderReplicate_8u_C3R(src, 3 * w - 1, dst, 3 * w, {w, h}, {3, 3}, {1, 1}, fb),
+      rvpStsStepErr);
+  EXPECT_EQ(rvpiFilterMaxBorderReplicate_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, {0, 3}, {1, 1}, fb),
+            rvpStsMaskSizeErr);
+  EXPECT_EQ(rvpiFilterMinBorderReplicate_8u_C3R(src, 3 * w, dst, 3 * w, {w, h}, {3, 3}, {1, 3}, fb),
+            rvpStsAnchorErr);
+  EXPECT_EQ(rvpiFilterMinBorderReplicate_32f_C1R(reinterpret_cast<Rvp32f*>(src), 4 * w + 2,
+                                                 reinterpret_cast<Rvp32f*>(dst), 4 * w, {w, 1},
+                                                 {3, 3}, {1, 1}, fb),
+            rvpStsNotEvenStepErr);
   for (size_t i = 0; i < sizeof dst; ++i) ASSERT_EQ(dst[i], 0x77) << "rectangle filter wrote";
 }
 
@@ -568,8 +605,8 @@ void guarded_runs(uint32_t seed) {
       rvpt::GuardedBuffer buf(size_t(bufsize) + 1, rvpt::Guard::After);
       const T value[4] = {};
       ASSERT_EQ(A::border_init(w, k.m.data(), {k.w, k.h}, st.data() + 1, buf.data() + 1), 0);
-      ASSERT_EQ(A::run(w % 2, src.ptr(), step, dst.ptr(), step, {w, h}, 1, value,
-                               st.data() + 1, buf.data() + 1),
+      ASSERT_EQ(A::run(w % 2, src.ptr(), step, dst.ptr(), step, {w, h}, 1, value, st.data() + 1,
+                       buf.data() + 1),
                 0);
       const auto want = reference<T>(src.ptr(), step, {w, h}, C, 1, k, centre(k), w % 2);
       for (int y = 0; y < h; ++y)
