@@ -271,60 +271,59 @@ TEST(Morphology, KindsMatchReference32f) {
   kinds_match_reference<Rvp32f, 4>(8);
 }
 
-// The run kind of 32f C3 starts at mask area 17: a 4x4 and a 17x1 mask of runs with
-// different lengths both match the reference, by different paths.
+// The run kind of 32f C3 starts at mask area 17: a 1x16 and a 1x17 column with the same
+// scattered rows (the 17th row empty) go the general and the run way, with the same values.
+// Rows without gaps make a rectangle at any area.
 TEST(Morphology, Area16Versus17For32fC3) {
   std::mt19937 rng(11);
-  struct Case {
-    int w, h;
-    Kind want;
-  } cases[] = {
-      {4, 4, rvp::morph::kGeneral}, {17, 1, rvp::morph::kRect}, {1, 17, rvp::morph::kRect}};
-  for (const Case& c : cases) {
-    Mask k{c.w, c.h, std::vector<Rvp8u>(size_t(c.w) * c.h, 0), {}};
-    // Rows of runs of lengths 1..w centred.
-    for (int y = 0; y < c.h; ++y) {
-      const int len = c.h == 1 ? c.w : 1 + y % c.w;
-      for (int x = 0; x < len; ++x) k.m[size_t(y) * c.w + x] = 1;
-    }
-    k.anchor = centre(k);
-    int spec, buf;
-    ASSERT_EQ(rvpiMorphologyBorderGetSize_32f_C3R(30, {c.w, c.h}, &spec, &buf), 0);
-    std::vector<uint8_t> st(spec), b(buf);
-    uint8_t dummy;
-    ASSERT_EQ(rvpiMorphologyBorderInit_32f_C3R(
-                  30, k.m.data(), {c.w, c.h}, reinterpret_cast<RvpiMorphState*>(st.data()), &dummy),
-              0);
-    EXPECT_EQ(rvp::morph::read_header(st.data()).kind, c.want);
-  }
-  // 4x4 (area 16) vs 17x... : a runs-shaped mask padded to area 17 (a 17x1 frame is a rect),
-  // so compare a 4x4 runs mask with the same runs in a 5x4 mask (area 20) and a 1-wider row.
-  const Rvp8u runs4[16] = {1, 0, 0, 0, 1, 1, 0, 0, 1, 1, 1, 0, 1, 1, 1, 1};
-  Rvp8u runs5[20] = {};
-  for (int y = 0; y < 4; ++y)
-    for (int x = 0; x < 4; ++x) runs5[y * 5 + x] = runs4[y * 4 + x];
-  const int w = 37, h = 9;
+  const int w = 37, h = 23;
   rvpt::TestImage<Rvp32f> src(w, h, 3);
   fill_elems(src, rng);
+  Rvp8u column[17] = {1, 0, 1, 1, 0, 0, 1, 0, 1, 1, 1, 0, 0, 1, 0, 1, 0};
   std::vector<Rvp32f> out[2];
-  const Rvp8u* masks[2] = {runs4, runs5};
-  const int mw[2] = {4, 5};
   const Kind want[2] = {rvp::morph::kGeneral, rvp::morph::kRuns};
   for (int i = 0; i < 2; ++i) {
+    const RvpiSize m{1, 16 + i};
     int size;
-    ASSERT_EQ(rvpiMorphologyGetSize_32f_C3R(w, masks[i], {mw[i], 4}, &size), 0);
+    ASSERT_EQ(rvpiMorphologyGetSize_32f_C3R(w, column, m, &size), 0);
     std::vector<uint8_t> st(size);
     auto* state = reinterpret_cast<RvpiMorphState*>(st.data());
-    ASSERT_EQ(rvpiMorphologyInit_32f_C3R(w, masks[i], {mw[i], 4}, {1, 2}, state), 0);
-    EXPECT_EQ(rvp::morph::read_header(st.data()).kind, want[i]);
+    ASSERT_EQ(rvpiMorphologyInit_32f_C3R(w, column, m, {0, 6}, state), 0);
+    EXPECT_EQ(rvp::morph::read_header(st.data()).kind, want[i]) << "area " << m.height;
     rvpt::TestImage<Rvp32f> dst(w, h, 3);
-    ASSERT_EQ(rvpiDilateBorderReplicate_32f_C3R(src.ptr(), src.step(), dst.ptr(), dst.step(),
-                                                {w, h}, 1, state),
+    ASSERT_EQ(rvpiErodeBorderReplicate_32f_C3R(src.ptr(), src.step(), dst.ptr(), dst.step(), {w, h},
+                                               1, state),
               0);
     out[i].assign(reinterpret_cast<const Rvp32f*>(dst.bytes().data()),
                   reinterpret_cast<const Rvp32f*>(dst.bytes().data()) + size_t(w) * h * 3);
+    Mask k{1, m.height, std::vector<Rvp8u>(column, column + m.height), {0, 6}};
+    expect_region<Rvp32f, 3>(
+        dst, reference(src.ptr(), src.step(), {w, h}, 3, 1, k, k.anchor, false), "column");
   }
   EXPECT_EQ(out[0], out[1]);
+  // The same threshold for C4 is 49; C1 has none.
+  const Rvp8u runs[4] = {1, 0, 1, 1};  // 2x2: lengths 1 and 2, both from column 0
+  const int codes[3][2] = {
+      {1, rvp::morph::kRuns}, {3, rvp::morph::kGeneral}, {4, rvp::morph::kGeneral}};
+  for (const auto& c : codes) {
+    int size;
+    ASSERT_EQ(rvpiMorphologyGetSize_32f_C1R(4, runs, {2, 2}, &size), 0);
+    std::vector<uint8_t> st(size + 4096);
+    auto* state = reinterpret_cast<RvpiMorphState*>(st.data());
+    const RvpStatus s = c[0] == 1   ? rvpiMorphologyInit_32f_C1R(4, runs, {2, 2}, {0, 0}, state)
+                        : c[0] == 3 ? rvpiMorphologyInit_32f_C3R(4, runs, {2, 2}, {0, 0}, state)
+                                    : rvpiMorphologyInit_32f_C4R(4, runs, {2, 2}, {0, 0}, state);
+    ASSERT_EQ(s, 0);
+    EXPECT_EQ(rvp::morph::read_header(st.data()).kind, c[1]) << "channels " << c[0];
+  }
+  // 8u keeps the run kind at any area.
+  int size;
+  ASSERT_EQ(rvpiMorphologyGetSize_8u_C3R(4, runs, {2, 2}, &size), 0);
+  std::vector<uint8_t> st(size);
+  ASSERT_EQ(rvpiMorphologyInit_8u_C3R(4, runs, {2, 2}, {0, 0},
+                                      reinterpret_cast<RvpiMorphState*>(st.data())),
+            0);
+  EXPECT_EQ(rvp::morph::read_header(st.data()).kind, rvp::morph::kRuns);
 }
 
 // An anchor on a zero element outside the rectangle shifts the result; the uncovered edge
