@@ -734,8 +734,10 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * srcStep or dstStep < roiSize.width -14 (compared with the width in elements, also for C3/C4
  * and 1u, deliberately); border base not 1 or 6 -225; roiSize.width above the state's width
  * -6; a state of another type, channel count or interface -17; (1u, 16u, 16s) pSrc == pDst
- * -9997. 8u and 32f may run in place (pSrc == pDst, same step). The state is only read: one
- * state may serve concurrent calls with different work buffers.
+ * -9997. 8u and 32f may run in place (pSrc == pDst with equal steps; other overlaps of source
+ * and destination are not supported). The state is only read: one state may serve concurrent
+ * calls with different work buffers. Borders 1 with side flags and 6 read up to the mask's
+ * extent beyond the region on the flagged sides: that memory must exist.
  *
  * Older interface (8u, 32f; C1, C3, C4): rvpiMorphologyGetSize_* (roiWidth, pMask, maskSize,
  * pSize) writes one size, the state with its work area (33*A + 16*mh + 160 + work area; an
@@ -752,7 +754,7 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * rvpiFilterMinBorderReplicate_* (pSrc, srcStep, pDst, dstStep, roiSize, maskSize, anchor,
  * pBuffer): maximum / minimum over the maskSize rectangle placed at anchor, replicated border.
  * Checks: pSrc, pDst, pBuffer null -8; roi -6; steps -14 (row width in bytes), -108 (32f);
- * mask side < 1 -33; anchor outside the mask -34. rvpiFilterMaxGetBufferSize_* and
+ * mask side < 1 -33; anchor outside the mask -34. In place as for the Border forms. rvpiFilterMaxGetBufferSize_* and
  * rvpiFilterMinGetBufferSize_* (roiWidth, maskSize, pBufferSize) are the same function:
  * mh*2*(W*c*e + 32) + 32 + mh*32 bytes (e the element size), or more when the mask is wider
  * than roiWidth + 1; null -8, roiWidth < 1 -6, mask side < 1 -33.
