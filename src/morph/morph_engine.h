@@ -89,6 +89,30 @@ struct PlainSink {
   void commit(int, const T*) const {}
 };
 
+// Output rows of an image too large for the cache: computed in a spare row, then written with
+// cache-bypassing stores (the caller fences once at the end with finish_streaming()).
+template <class T>
+struct StreamSink {
+  T* dst;
+  int step;
+  int n;  // elements per row
+  T* spare;
+  T* target(int) const { return spare; }
+  void commit(int y, const T* out) const {
+    uint8_t* d = reinterpret_cast<uint8_t*>(row(dst, step, y));
+    const uint8_t* s = reinterpret_cast<const uint8_t*>(out);
+    const int64_t bytes = int64_t{n} * int64_t(sizeof(T));
+    int64_t head = std::min<int64_t>(bytes, (-reinterpret_cast<uintptr_t>(d)) & 31);
+    std::memcpy(d, s, size_t(head));
+    int64_t i = head;
+    for (; i + 32 <= bytes; i += 32)
+      _mm256_stream_si256(reinterpret_cast<__m256i*>(d + i),
+                          _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i)));
+    std::memcpy(d + i, s + i, size_t(bytes - i));
+  }
+};
+inline void finish_streaming() { _mm_sfence(); }
+
 // Output rows of a 1u image: computed as bytes in a spare row, then packed.
 struct BitSink {
   Rvp8u* dst;

@@ -128,11 +128,26 @@ void process(const T* src, int srcStep, T* dst, int dstStep, RvpiSize roi, int b
     Rvp8u* spare2 = work + table_bytes(s) + (int64_t{p.mh} + 1) * bordered_row_bytes(s);
     run_plan<E, Rvp8u>(p, BitRows(src, srcStep, roi, b, left, right),
                        BitSink{dst, dstStep, roi.width, spare2}, work);
-  } else if (p.kind == kRect && static_cast<const void*>(src) != dst) {
-    run_rect_direct<E, T>(p, src, srcStep, PlainSink<T>{dst, dstStep}, work);
   } else {
-    run_plan<E, T>(p, PlainRows<T>(src, srcStep, roi, C, b, left, right),
-                   PlainSink<T>{dst, dstStep}, work);
+    // Outputs larger than 2 MiB and the largest cache bypass the cache. The third spare row
+    // of the work area (after the two that the kinds use) holds each row before it is stored.
+    const Shape s{roi.width, p.mw, p.mh, C, int(sizeof(T))};
+    const bool stream = streaming_for(int64_t{roi.height} * roi.width * C * int64_t(sizeof(T)));
+    T* spare3 = reinterpret_cast<T*>(work + table_bytes(s) + int64_t{p.mh} * bordered_row_bytes(s) +
+                                     bordered_row_bytes(s));
+    const StreamSink<T> streamed{dst, dstStep, roi.width * C, spare3};
+    const PlainSink<T> plain{dst, dstStep};
+    const bool direct = p.kind == kRect && static_cast<const void*>(src) != dst;
+    const PlainRows<T> rows(src, srcStep, roi, C, b, left, right);
+    if (direct && stream)
+      run_rect_direct<E, T>(p, src, srcStep, streamed, work);
+    else if (direct)
+      run_rect_direct<E, T>(p, src, srcStep, plain, work);
+    else if (stream)
+      run_plan<E, T>(p, rows, streamed, work);
+    else
+      run_plan<E, T>(p, rows, plain, work);
+    if (stream) finish_streaming();
   }
 }
 
