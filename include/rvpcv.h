@@ -737,7 +737,8 @@ RVPCV_API RvpStatus rvpiGenSobelKernel_32f(Rvp32f* pDst, int kernelSize, int ord
  * -9997. 8u and 32f may run in place (pSrc == pDst with equal steps; other overlaps of source
  * and destination are not supported). The state is only read: one state may serve concurrent
  * calls with different work buffers. Borders 1 with side flags and 6 read up to the mask's
- * extent beyond the region on the flagged sides: that memory must exist.
+ * extent beyond the region on the flagged sides: that memory must exist. An output larger
+ * than both 2 MiB and the largest cache is written with cache-bypassing stores and a fence.
  *
  * Older interface (8u, 32f; C1, C3, C4): rvpiMorphologyGetSize_* (roiWidth, pMask, maskSize,
  * pSize) writes one size, the state with its work area (33*A + 16*mh + 160 + work area; an
