@@ -1375,6 +1375,343 @@ RVPCV_API RvpStatus rvpiSampleLine_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvpi
  * Morphology (src/morph/)
  * ========================================================================================== */
 /* section:morph (declarations follow this line) */
+/* ---- Binary morphology -----------------------------------------------------------------
+ * A structuring element is a block of maskSize.height rows of maskSize.width Rvp8u bytes (no
+ * gaps); a nonzero byte is part of the element. Dilation is the maximum, erosion the minimum,
+ * of the source over the nonzero positions placed with the anchor on the output pixel
+ * (correlation: mask position (k, r) reads source pixel (x + k - anchor.x, y + r - anchor.y)).
+ * Channels are independent. 8u, 16u and 1u compare unsigned, 16s signed, 32f as floats
+ * (max(a, b) = a > b ? a : b; with NaN inputs the result depends on the processing kind).
+ *
+ * 1u images pack eight pixels a byte, the first pixel of a row in the most significant bit;
+ * pSrc/pDst point to the byte holding pixel 0 of the region. Bits of the last byte of a row
+ * beyond the region width are left as they were.
+ *
+ * The initialisation analyses the mask once and stores a copy of it, the ROI width and one of
+ * four processing kinds: empty (all zero: the output is a copy of the source), rectangle
+ * (separable, cost independent of the mask size), runs (one contiguous run per row, equal
+ * lengths starting at the same column, anchor row among the nonzero rows), general (all other
+ * masks). For 32f the runs kind needs a mask area of at least 17 (C3) or 49 (C4); smaller masks
+ * use the general kind. All kinds give the same values.
+ *
+ * Border interface: rvpiMorphologyBorderGetSize_* (roiWidth, maskSize, pSpecSize, pBufferSize)
+ * writes the state size (33*A + 16*mh + 160, 1u: 3*A + 96, A = mw*mh rounded up to 16) and the
+ * work-buffer size; checks: null output -8, roiWidth or mask side < 1 -6.
+ * rvpiMorphologyBorderInit_* (roiWidth, pMask, maskSize, pState, pBuffer) builds the state in
+ * caller memory of at least the state size (any alignment); pBuffer is checked but not used.
+ * The Border interface takes no anchor: it uses the mask centre ((mw-1)/2, (mh-1)/2).
+ * Checks: pMask, pState, pBuffer null -8; roiWidth or mask side < 1 -6.
+ * rvpiDilateBorder_* / rvpiErodeBorder_* (pSrc, srcStep, pDst, dstStep, roiSize, borderType,
+ * borderValue, pState, pBuffer); C3/C4 take borderValue as a pointer to 3 or 4 values (checked
+ * for null, otherwise unused: no accepted border reads it). Border: low four bits 1 (replicate;
+ * the flags 0x10 top, 0x20 bottom, 0x40 left, 0x80 right read those sides from the caller's
+ * memory) or 6 (all sides in memory). pBuffer: at least the queried work size, any alignment.
+ * Checks, in order: pSrc, pDst, (C3/C4) borderValue, pState, pBuffer null -8; roi < 1 -6;
+ * srcStep or dstStep < roiSize.width -14 (compared with the width in elements, also for C3/C4
+ * and 1u, deliberately); border base not 1 or 6 -225; roiSize.width above the state's width
+ * -6; a state of another type, channel count or interface -17; (1u, 16u, 16s) pSrc == pDst
+ * -9997. 8u and 32f may run in place (pSrc == pDst with equal steps; other overlaps of source
+ * and destination are not supported). The state is only read: one state may serve concurrent
+ * calls with different work buffers. Borders 1 with side flags and 6 read up to the mask's
+ * extent beyond the region on the flagged sides: that memory must exist. An output larger
+ * than both 2 MiB and the largest cache is written with cache-bypassing stores and a fence.
+ *
+ * Older interface (8u, 32f; C1, C3, C4): rvpiMorphologyGetSize_* (roiWidth, pMask, maskSize,
+ * pSize) writes one size, the state with its work area (33*A + 16*mh + 160 + work area; an
+ * all-zero mask needs A + 96); rvpiMorphologyInit_* (roiWidth, pMask, maskSize, anchor,
+ * pState); rvpiMorphologyInitAlloc_* (..., anchor, ppState) allocates with rvpMalloc (-9 when it
+ * fails; *ppState is written only on success); rvpiMorphologyFree releases it (null is
+ * ignored). Checks: pMask null -8; roiWidth or mask side < 1 -6; anchor outside the mask -34;
+ * null pSize / pState / ppState -8. rvpiDilateBorderReplicate_* / rvpiErodeBorderReplicate_*
+ * (pSrc, srcStep, pDst, dstStep, roiSize, borderType, pState) use that state and its anchor;
+ * borderType must be exactly 1 (-225). The work area lives inside the state, so such a state
+ * serves one call at a time. Other checks as for the Border forms.
+ *
+ * Rectangle filters (8u, 32f; C1, C3, C4): rvpiFilterMaxBorderReplicate_* /
+ * rvpiFilterMinBorderReplicate_* (pSrc, srcStep, pDst, dstStep, roiSize, maskSize, anchor,
+ * pBuffer): maximum / minimum over the maskSize rectangle placed at anchor, replicated border.
+ * Checks: pSrc, pDst, pBuffer null -8; roi -6; steps -14 (row width in bytes), -108 (32f);
+ * mask side < 1 -33; anchor outside the mask -34. In place as for the Border forms. rvpiFilterMaxGetBufferSize_* and
+ * rvpiFilterMinGetBufferSize_* (roiWidth, maskSize, pBufferSize) are the same function:
+ * mh*2*(W*c*e + 32) + 32 + mh*32 bytes (e the element size), or more when the mask is wider
+ * than roiWidth + 1; null -8, roiWidth < 1 -6, mask side < 1 -33.
+ * The work-buffer size of the state interfaces is the larger of that and the row-block area
+ * (mh*s + 1)*(W*c*e + 32) + 40 + mh*40, plus 24*s and 16*s + 64 (each rounded up to 16) and A,
+ * where s, the rows per block, is the smallest value (at least 1) for which the row-block area
+ * holds the mh + 2 bordered rows the processing uses. */
+typedef struct RvpiMorphState RvpiMorphState;
+
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_1u_C1R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_1u_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_1u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp8u borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_1u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp8u borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_8u_C1R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_8u_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp8u borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp8u borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_8u_C3R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_8u_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp8u* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_8u_C3R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp8u* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_8u_C4R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_8u_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_8u_C4R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp8u* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_8u_C4R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp8u* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_16u_C1R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_16u_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp16u borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_16u_C1R(const Rvp16u* pSrc, int srcStep, Rvp16u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp16u borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_16s_C1R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_16s_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_16s_C1R(const Rvp16s* pSrc, int srcStep, Rvp16s* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp16s borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_16s_C1R(const Rvp16s* pSrc, int srcStep, Rvp16s* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp16s borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_32f_C1R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_32f_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp32f borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, Rvp32f borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_32f_C3R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_32f_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp32f* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_32f_C3R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp32f* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyBorderGetSize_32f_C4R(int roiWidth, RvpiSize maskSize,
+    int* pSpecSize, int* pBufferSize);
+RVPCV_API RvpStatus rvpiMorphologyBorderInit_32f_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiDilateBorder_32f_C4R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp32f* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiErodeBorder_32f_C4R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType, const Rvp32f* borderValue,
+    const RvpiMorphState* pState, Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyGetSize_8u_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphologyInit_8u_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiMorphologyInitAlloc_8u_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState** ppState);
+RVPCV_API RvpStatus rvpiDilateBorderReplicate_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiErodeBorderReplicate_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiFilterMaxGetBufferSize_8u_C1R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMaxBorderReplicate_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterMinGetBufferSize_8u_C1R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_8u_C1R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyGetSize_8u_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphologyInit_8u_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiMorphologyInitAlloc_8u_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState** ppState);
+RVPCV_API RvpStatus rvpiDilateBorderReplicate_8u_C3R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiErodeBorderReplicate_8u_C3R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiFilterMaxGetBufferSize_8u_C3R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMaxBorderReplicate_8u_C3R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterMinGetBufferSize_8u_C3R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_8u_C3R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyGetSize_8u_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphologyInit_8u_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiMorphologyInitAlloc_8u_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState** ppState);
+RVPCV_API RvpStatus rvpiDilateBorderReplicate_8u_C4R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiErodeBorderReplicate_8u_C4R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiFilterMaxGetBufferSize_8u_C4R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMaxBorderReplicate_8u_C4R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterMinGetBufferSize_8u_C4R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_8u_C4R(const Rvp8u* pSrc, int srcStep,
+    Rvp8u* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyGetSize_32f_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphologyInit_32f_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiMorphologyInitAlloc_32f_C1R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState** ppState);
+RVPCV_API RvpStatus rvpiDilateBorderReplicate_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiErodeBorderReplicate_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiFilterMaxGetBufferSize_32f_C1R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMaxBorderReplicate_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterMinGetBufferSize_32f_C1R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_32f_C1R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyGetSize_32f_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphologyInit_32f_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiMorphologyInitAlloc_32f_C3R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState** ppState);
+RVPCV_API RvpStatus rvpiDilateBorderReplicate_32f_C3R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiErodeBorderReplicate_32f_C3R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiFilterMaxGetBufferSize_32f_C3R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMaxBorderReplicate_32f_C3R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterMinGetBufferSize_32f_C3R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_32f_C3R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyGetSize_32f_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphologyInit_32f_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiMorphologyInitAlloc_32f_C4R(int roiWidth, const Rvp8u* pMask,
+    RvpiSize maskSize, RvpiPoint anchor, RvpiMorphState** ppState);
+RVPCV_API RvpStatus rvpiDilateBorderReplicate_32f_C4R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiErodeBorderReplicate_32f_C4R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    RvpiMorphState* pState);
+RVPCV_API RvpStatus rvpiFilterMaxGetBufferSize_32f_C4R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMaxBorderReplicate_32f_C4R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiFilterMinGetBufferSize_32f_C4R(int roiWidth, RvpiSize maskSize,
+    int* pBufferSize);
+RVPCV_API RvpStatus rvpiFilterMinBorderReplicate_32f_C4R(const Rvp32f* pSrc, int srcStep,
+    Rvp32f* pDst, int dstStep, RvpiSize roiSize, RvpiSize maskSize, RvpiPoint anchor,
+    Rvp8u* pBuffer);
+RVPCV_API RvpStatus rvpiMorphologyFree(RvpiMorphState* pState);
+/* ---- Gray-level morphology (8u and 32f, C1) ---------------------------------------------
+ * The structuring element holds values: Rvp32s for 8u, Rvp32f for 32f, maskSize.width *
+ * maskSize.height of them in row order; every position takes part, zeros included. Mask
+ * position (k, r) reads source pixel (x + k - anchor.x, y + r - anchor.y) (correlation).
+ * rvpiGrayDilateBorder_*: max over the positions inside the ROI of (source + value);
+ * rvpiGrayErodeBorder_*: min over them of (source - value) (erosion subtracts: the dual of
+ * dilation). Positions outside the ROI are left out, so borderType only selects this rule.
+ * 8u: exact integer sums (an extreme value saturates at the 32-bit range instead of wrapping),
+ * result clamped to 0..255; 32f: single-precision sums. pSrc and pDst must not overlap.
+ * rvpiMorphGrayGetSize_* (roiSize, pMask, maskSize, pSize): null -8; roi or mask side < 1 -6;
+ * the size is 48 + 4 * mw * mh bytes.
+ * rvpiMorphGrayInit_* (pState, roiSize, pMask, maskSize, anchor), rvpiMorphGrayInitAlloc_*
+ * (ppState, roiSize, pMask, maskSize, anchor; rvpMalloc, -9 on failure, *ppState written only
+ * on success), rvpiMorphGrayFree_* (pState; null ignored). Checks: pMask, pState (ppState)
+ * null -8; roi or mask side < 1 -6; anchor outside the mask -33 (not -34).
+ * rvpiGrayDilateBorder_* / rvpiGrayErodeBorder_* (pSrc, srcStep, pDst, dstStep, roiSize,
+ * borderType, pState): pSrc, pDst, pState null -8; roi < 1 -6; srcStep or dstStep below
+ * roiSize.width (in elements) -14; borderType other than 1 -5; roi wider or taller than the
+ * state's ROI -6; a state of the other type -17. No vector path: the cost is
+ * width * height * mask area. */
+typedef struct RvpiMorphGrayState_8u RvpiMorphGrayState_8u;
+typedef struct RvpiMorphGrayState_32f RvpiMorphGrayState_32f;
+RVPCV_API RvpStatus rvpiMorphGrayGetSize_8u_C1R(RvpiSize roiSize, const Rvp32s* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphGrayGetSize_32f_C1R(RvpiSize roiSize, const Rvp32f* pMask,
+    RvpiSize maskSize, int* pSize);
+RVPCV_API RvpStatus rvpiMorphGrayInit_8u_C1R(RvpiMorphGrayState_8u* pState, RvpiSize roiSize,
+    const Rvp32s* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayInit_32f_C1R(RvpiMorphGrayState_32f* pState, RvpiSize roiSize,
+    const Rvp32f* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayInitAlloc_8u_C1R(RvpiMorphGrayState_8u** ppState,
+    RvpiSize roiSize, const Rvp32s* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayInitAlloc_32f_C1R(RvpiMorphGrayState_32f** ppState,
+    RvpiSize roiSize, const Rvp32f* pMask, RvpiSize maskSize, RvpiPoint anchor);
+RVPCV_API RvpStatus rvpiMorphGrayFree_8u_C1R(RvpiMorphGrayState_8u* pState);
+RVPCV_API RvpStatus rvpiMorphGrayFree_32f_C1R(RvpiMorphGrayState_32f* pState);
+RVPCV_API RvpStatus rvpiGrayDilateBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_8u* pState);
+RVPCV_API RvpStatus rvpiGrayErodeBorder_8u_C1R(const Rvp8u* pSrc, int srcStep, Rvp8u* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_8u* pState);
+RVPCV_API RvpStatus rvpiGrayDilateBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_32f* pState);
+RVPCV_API RvpStatus rvpiGrayErodeBorder_32f_C1R(const Rvp32f* pSrc, int srcStep, Rvp32f* pDst,
+    int dstStep, RvpiSize roiSize, RvpiBorderType borderType,
+    const RvpiMorphGrayState_32f* pState);
 
 
 /* ============================================================================================
