@@ -232,10 +232,12 @@ void gauss_u8_sym_strips(const BorderedSource<uint8_t>& b, uint8_t* dst, int dst
     const int np = std::min(strip_px, roi.width - x0), n = np * CH;
     // Source bytes of the strip (its bordered pixels inside the region).
     const int p0 = std::max(0, x0 - r) * CH, p1 = std::min(roi.width, x0 + np + r) * CH;
+    const bool pieces = strip_px < roi.width;
     auto produce = [&](int j) {
-      // Strips read each source row in pieces, which the hardware prefetchers follow poorly:
-      // ask for a later row's piece while this one is filtered.
-      if (const uint8_t* ahead = b.source_row(j + kGaussPrefetchRows))
+      // Strips narrower than the region read each source row in pieces, which the hardware
+      // prefetchers follow poorly: ask for a later row's piece while this one is filtered.
+      const uint8_t* ahead = pieces ? b.source_row(j + kGaussPrefetchRows) : nullptr;
+      if (ahead != nullptr)
         for (int i = p0; i < p1; i += 64)
           _mm_prefetch(reinterpret_cast<const char*>(ahead + i), _MM_HINT_T0);
       gauss_u8_fill_strip(b, j, x0, np, r, CH, roi.width, wide);
