@@ -1,6 +1,5 @@
-// The 8-bit Gaussian's strip driver against a scalar reference of the
-// documented integer arithmetic: random widths, heights, strip widths (seams
-// anywhere), offsets and steps.
+// The 8-bit Gaussian's strip driver and kernels against scalar references of the documented
+// integer arithmetic: random widths, heights, strip widths (seams anywhere), offsets and steps.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,7 +16,7 @@ namespace {
 
 using rvp::filter::BorderedSource;
 
-// Symmetric 8-bit taps of a random sigma, as the specification stores them.
+// Symmetric 8-bit taps of a random sigma, as rvpiFilterGaussianInit stores them.
 std::vector<int16_t> random_taps(int K, std::mt19937 &rng) {
   std::vector<float> w(K);
   rvp::filter::gauss_weights(K, std::uniform_real_distribution<float>(0.4f, 5.0f)(rng), w.data());
@@ -65,8 +64,8 @@ void run_any(int K, const BorderedSource<uint8_t> &b, uint8_t *dst, int step, Rv
   }
 }
 
-// The vector row and column kernels against their scalar references, on random
-// lengths, start offsets (unaligned rows) and row spacings.
+// The vector row and column kernels against their scalar references, on random lengths, start
+// offsets (unaligned rows) and row spacings.
 template <int K>
 void kernels_match(std::mt19937 &rng) {
   const std::vector<int16_t> t = random_taps(K, rng);
@@ -82,15 +81,13 @@ void kernels_match(std::mt19937 &rng) {
       ASSERT_EQ(got, want) << "row K " << K << " n " << n << " stride " << stride;
       if (stride == 1) {
         std::fill(got.begin(), got.end(), -1);
-        // Exactly the bordered row: any read past its end lands outside the
-        // vector.
+        // Exactly the bordered row: a read past its end would leave the vector (ASan sees it).
         std::vector<int16_t> exact(wide.begin() + off, wide.end());
         rvp::filter::gauss_row_c1_avx2<K>(exact.data(), got.data(), n, t.data());
         ASSERT_EQ(got, want) << "row c1 K " << K << " n " << n;
       }
     }
-    // Column rows anywhere in one block with a random spacing; values span the
-    // row pass's range.
+    // Column rows anywhere in one block with a random spacing; values span the row pass's range.
     const int spacing = n + std::uniform_int_distribution<int>(0, 40)(rng);
     std::vector<int16_t> block(size_t(off + spacing * K));
     for (auto &v : block) v = int16_t(std::uniform_int_distribution<int>(0, 4415)(rng));
@@ -152,8 +149,7 @@ TEST(GaussianStrips, MatchesScalarReferenceAcrossSeams) {
         }
 }
 
-// The public path on a region wide enough for two full strips and a partial
-// one.
+// The public path on a region wide enough for two full strips and a partial one.
 TEST(GaussianStrips, WideRegionThroughPublicCall) {
   std::mt19937 rng(7);
   for (int ch : {1, 3})
