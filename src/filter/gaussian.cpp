@@ -176,33 +176,32 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
       }
     };
     if (sym && K <= 13) {
-      // The bordered rows arrive widened to 16 bits (the buffer's 8u-only sub-buffer holds
-      // them); the dedicated kernels read their pixel pairs straight from there.
-      run_separable<S, I, Rvp16s>(
-          bsrc, roi, CH, K, 1, carver,
-          [&](int, const Rvp16s* b, Rvp16s* out, int nn) {
-            switch (K) {
-              case 3:
-                row_wide_sym_avx2<3>(b, out, nn, t, CH, kGaussRowDrop);
-                break;
-              case 5:
-                row_wide_sym_avx2<5>(b, out, nn, t, CH, kGaussRowDrop);
-                break;
-              case 7:
-                row_wide_sym_avx2<7>(b, out, nn, t, CH, kGaussRowDrop);
-                break;
-              case 9:
-                row_wide_sym_avx2<9>(b, out, nn, t, CH, kGaussRowDrop);
-                break;
-              case 11:
-                row_wide_sym_avx2<11>(b, out, nn, t, CH, kGaussRowDrop);
-                break;
-              default:
-                row_wide_sym_avx2<13>(b, out, nn, t, CH, kGaussRowDrop);
-                break;
-            }
-          },
-          cols);
+      // Strip by strip; the bordered strip row (16-bit) takes the 8u-only sub-buffer and the
+      // ring the first K * strip * CH values of the engine's ring rows.
+      const int sp = gauss_u8_strip_pixels(K, CH, roi.width);
+      int16_t* wide = carver.take<int16_t>((int64_t{sp} + K - 1) * CH);
+      int16_t* ring[13];
+      for (int k = 0; k < K; ++k) ring[k] = carver.take<int16_t>(int64_t{sp} * CH);
+      switch (K) {
+        case 3:
+          gauss_u8_sym_strips<3, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+          break;
+        case 5:
+          gauss_u8_sym_strips<5, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+          break;
+        case 7:
+          gauss_u8_sym_strips<7, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+          break;
+        case 9:
+          gauss_u8_sym_strips<9, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+          break;
+        case 11:
+          gauss_u8_sym_strips<11, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+          break;
+        default:
+          gauss_u8_sym_strips<13, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+          break;
+      }
       return;
     }
     run_separable<S, I>(

@@ -5,7 +5,12 @@
 #include <cmath>
 #include <cstdint>
 
+#include <algorithm>
+
+#include "core/image.h"
 #include "core/numeric.h"
+#include "filter/border.h"
+#include "filter/sep_kernels.h"
 #include "rvpcv.h"
 
 namespace rvp::filter {
@@ -54,6 +59,201 @@ inline void gauss_col16(const int32_t* const* rows, D* dst, int n, const int32_t
     for (int k = 0; k < K; ++k) acc += int64_t{taps[k]} * rows[k][i];
     const int64_t v = shift_round(acc, 2 * kGaussShift16 - kGaussRowDrop);
     dst[i] = saturate<D>(v);
+  }
+}
+
+// ---- 8-bit symmetric row and column kernels
+// The same arithmetic as row_wide_sym_avx2 / col_u8_sym_avx2 (mirrored inputs added first,
+// even and odd outputs from multiply-adds against (t, 0) and (0, t) tap pairs) with the two
+// fixed shifts of the 8-bit Gaussian, so even and odd 32-bit sums are merged by a word blend:
+// a rounded even sum shifted down lands in the low word with a zero high word, and a rounded
+// odd sum is shifted so that its result occupies the high word. Valid under `symmetric` taps.
+
+// out[i] = (sum_k taps[k] * wide[i + k * stride] + 128) >> 8, i < n; wide holds 16-bit pixels.
+template <int K>
+inline void gauss_row_sym_scalar(const int16_t* wide, int16_t* out, int n, const int16_t* taps,
+                                 int stride) {
+  for (int i = 0; i < n; ++i) {
+    int32_t acc = 0;
+    for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * wide[i + k * stride];
+    out[i] = int16_t((acc + (1 << (kGaussRowDrop - 1))) >> kGaussRowDrop);
+  }
+}
+
+template <int K>
+inline void gauss_row_sym_avx2(const int16_t* wide, int16_t* out, int n, const int16_t* taps,
+                               int stride) {
+  constexpr int R = K / 2, N = R + 1;
+  __m256i te[N], to[N];
+  sym_taps<K>(taps, te, to);
+  const __m256i half = _mm256_set1_epi32(1 << (kGaussRowDrop - 1));
+  auto ld = [](const int16_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
+  int i = 0;
+  for (; i + 16 <= n; i += 16) {
+    __m256i v[N];
+#pragma GCC unroll 8
+    for (int k = 0; k < R; ++k)
+      v[k] = _mm256_add_epi16(ld(wide + i + k * stride), ld(wide + i + (K - 1 - k) * stride));
+    v[R] = ld(wide + i + R * stride);
+    __m256i ev, od;
+    madd_even_odd<N>(v, te, to, ev, od);
+    ev = _mm256_srli_epi32(_mm256_add_epi32(ev, half), kGaussRowDrop);
+    od = _mm256_slli_epi32(_mm256_add_epi32(od, half), 16 - kGaussRowDrop);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_blend_epi16(ev, od, 0xAA));
+  }
+  gauss_row_sym_scalar<K>(wide + i, out + i, n - i, taps, stride);
+}
+
+// One channel: neighbouring pixels are neighbouring lanes, so a multiply-add against
+// (t_k, t_k+1) pairs gives two taps of one output per 32-bit lane without adding mirrored
+// inputs first; the even outputs come from rows starting at i + k, the odd ones at i + k + 1.
+// For odd K the last pair is (t_K-1, 0), whose zero meets the element after the bordered row's
+// end: the vector loop stops one element early so that element is never read.
+template <int K>
+inline void gauss_row_c1_avx2(const int16_t* wide, int16_t* out, int n, const int16_t* taps) {
+  constexpr int P = (K + 1) / 2;
+  __m256i tp[P];
+  for (int j = 0; j < P; ++j)
+    tp[j] = tap_pair(taps[2 * j], 2 * j + 1 < K ? taps[2 * j + 1] : int16_t{0});
+  const __m256i half = _mm256_set1_epi32(1 << (kGaussRowDrop - 1));
+  auto ld = [](const int16_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
+  int i = 0;
+  for (; i + 17 <= n; i += 16) {
+    __m256i ev = _mm256_add_epi32(half, _mm256_madd_epi16(ld(wide + i), tp[0]));
+    __m256i od = _mm256_add_epi32(half, _mm256_madd_epi16(ld(wide + i + 1), tp[0]));
+#pragma GCC unroll 8
+    for (int j = 1; j < P; ++j) {
+      ev = _mm256_add_epi32(ev, _mm256_madd_epi16(ld(wide + i + 2 * j), tp[j]));
+      od = _mm256_add_epi32(od, _mm256_madd_epi16(ld(wide + i + 2 * j + 1), tp[j]));
+    }
+    ev = _mm256_srli_epi32(ev, kGaussRowDrop);
+    od = _mm256_slli_epi32(od, 16 - kGaussRowDrop);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_blend_epi16(ev, od, 0xAA));
+  }
+  gauss_row_sym_scalar<K>(wide + i, out + i, n - i, taps, 1);
+}
+
+// dst[i] = saturate((sum_k taps[k] * rows[k][i] + 2^15) >> 16), i < n.
+template <int K>
+inline void gauss_col_sym_scalar(const int16_t* const* rows, const int16_t* taps, int n,
+                                 uint8_t* dst) {
+  constexpr int kShift = 2 * kGaussShift8u - kGaussRowDrop;
+  for (int i = 0; i < n; ++i) {
+    int32_t acc = 0;
+    for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * rows[k][i];
+    dst[i] = saturate<uint8_t>((acc + (1 << (kShift - 1))) >> kShift);
+  }
+}
+
+template <int K>
+inline void gauss_col_sym_avx2(const int16_t* const* rows, const int16_t* taps, int n,
+                               uint8_t* dst) {
+  constexpr int R = K / 2, N = R + 1;
+  constexpr int kShift = 2 * kGaussShift8u - kGaussRowDrop;
+  static_assert(kShift == 16, "the odd sums' results must land in the high word");
+  __m256i te[N], to[N];
+  sym_taps<K>(taps, te, to);
+  const int16_t* r[K];
+  for (int k = 0; k < K; ++k) r[k] = rows[k];
+  const __m256i half = _mm256_set1_epi32(1 << (kShift - 1));
+  auto ld = [](const int16_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
+  auto block = [&](int i) {  // 16 results in 16-bit lanes, each below 2^10
+    __m256i v[N];
+#pragma GCC unroll 8
+    for (int k = 0; k < R; ++k) v[k] = _mm256_add_epi16(ld(r[k] + i), ld(r[K - 1 - k] + i));
+    v[R] = ld(r[R] + i);
+    __m256i ev, od;
+    madd_even_odd<N>(v, te, to, ev, od);
+    ev = _mm256_srli_epi32(_mm256_add_epi32(ev, half), kShift);
+    return _mm256_blend_epi16(ev, _mm256_add_epi32(od, half), 0xAA);
+  };
+  int i = 0;
+  for (; i + 32 <= n; i += 32) {
+    const __m256i a = block(i), b = block(i + 16);
+    const __m256i q = _mm256_permute4x64_epi64(_mm256_packus_epi16(a, b), 0xD8);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + i), q);
+  }
+  const int16_t* rest[K];
+  for (int k = 0; k < K; ++k) rest[k] = r[k] + i;
+  gauss_col_sym_scalar<K>(rest, taps, n - i, dst + i);
+}
+
+// ---- 8-bit symmetric kernels in vertical strips
+// The image is filtered strip by strip: every strip runs the row pass into a ring of K
+// intermediate rows only as wide as the strip, so the column pass reads them from L1 instead of
+// streaming K full-width rows through L2 for every output row. Strips recompute K - 1 bordered
+// pixels of the row pass at each seam; the values are the same as for a full-width row.
+
+constexpr int kGaussPrefetchRows = 2;
+
+// Pixels per strip: the ring stays near 24 KiB; a multiple of 32 pixels, at most the width.
+inline int gauss_u8_strip_pixels(int K, int ch, int width) {
+  const int p = std::max(32, (12288 / (K * ch)) & ~31);
+  return std::min(p, width);
+}
+
+// Bordered pixels x0 - r .. x0 + np + r - 1 of bordered row y, widened to 16 bits.
+inline void gauss_u8_fill_strip(const BorderedSource<uint8_t>& b, int y, int x0, int np, int r,
+                                int ch, int width, int16_t* out) {
+  const uint8_t* s = b.source_row(y);
+  const int lo = x0 - r, hi = x0 + np + r;
+  for (int x = lo; x < hi;) {
+    if (s != nullptr && x >= 0 && x < width) {
+      const int e = std::min(hi, width);
+      const uint8_t* p = s + ptrdiff_t(x) * ch;
+      int16_t* d = out + (x - lo) * ch;
+      const int n = (e - x) * ch;
+      int i = 0;
+      for (; i + 16 <= n; i += 16)
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(d + i), load16_u8_as_s16(p + i));
+      for (; i < n; ++i) d[i] = p[i];
+      x = e;
+    } else {
+      for (int c = 0; c < ch; ++c) out[(x - lo) * ch + c] = b.at(y, x, c);
+      ++x;
+    }
+  }
+}
+
+// Filters the whole region with symmetric non-negative 8-bit taps (see `symmetric`). `wide`
+// holds (strip_px + K - 1) * CH values, `ring` K rows of strip_px * CH values each.
+template <int K, int CH>
+void gauss_u8_sym_strips(const BorderedSource<uint8_t>& b, uint8_t* dst, int dstStep,
+                         RvpiSize roi, const int16_t* taps, int16_t* wide, int16_t* const* ring,
+                         int strip_px) {
+  constexpr int r = K / 2;
+  for (int x0 = 0; x0 < roi.width; x0 += strip_px) {
+    const int np = std::min(strip_px, roi.width - x0), n = np * CH;
+    // Source bytes of the strip (its bordered pixels inside the region).
+    const int p0 = std::max(0, x0 - r) * CH, p1 = std::min(roi.width, x0 + np + r) * CH;
+    const bool pieces = strip_px < roi.width;
+    auto produce = [&](int j) {
+      // Strips narrower than the region read each source row in pieces, which the hardware
+      // prefetchers follow poorly: ask for a later row's piece while this one is filtered.
+      const uint8_t* ahead = pieces ? b.source_row(j + kGaussPrefetchRows) : nullptr;
+      if (ahead != nullptr)
+        for (int i = p0; i < p1; i += 64)
+          _mm_prefetch(reinterpret_cast<const char*>(ahead + i), _MM_HINT_T0);
+      gauss_u8_fill_strip(b, j, x0, np, r, CH, roi.width, wide);
+      int16_t* out = ring[((j + r) % K + K) % K];
+      if constexpr (CH == 1)
+        gauss_row_c1_avx2<K>(wide, out, n, taps);
+      else
+        gauss_row_sym_avx2<K>(wide, out, n, taps, CH);
+    };
+    for (int j = -r; j < r; ++j) produce(j);
+    const int16_t* list[K];
+    for (int y = 0; y < roi.height; ++y) {
+      produce(y + r);
+      for (int k = 0; k < K; ++k) list[k] = ring[(y + k) % K];
+      gauss_col_sym_avx2<K>(list, taps, n, row(dst, dstStep, y) + ptrdiff_t(x0) * CH);
+    }
   }
 }
 
