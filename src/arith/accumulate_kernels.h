@@ -66,8 +66,8 @@ struct AccumulateKernel {
 
   void vector(int i) const {
     if constexpr (kByteMask) {
-      const __m128i off = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(mask + i)),
-                                         _mm_setzero_si128());
+      const __m128i m = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask + i));
+      const __m128i off = _mm_cmpeq_epi8(m, _mm_setzero_si128());
       const __m128i v =
           _mm_andnot_si128(off, _mm_loadu_si128(reinterpret_cast<const __m128i*>(src1 + i)));
       const __m256 lo = bytes8_as_f32(v);

@@ -418,6 +418,7 @@ TEST(StatisticsKernels, Avx2MatchesReference) {
 // square lane that was never widened.
 template <bool Masked>
 void compare_u8_moments(std::mt19937& rng) {
+  constexpr unsigned kMoments = rvp::arith::kSum | rvp::arith::kSq | rvp::arith::kCount;
   for (int trial = 0; trial < 40; ++trial) {
     const bool big = trial == 0;
     const int w = big ? 1000 : 1 + int(rng() % 200);
@@ -433,9 +434,7 @@ void compare_u8_moments(std::mt19937& rng) {
     for (int y = 0; y < h; ++y) {
       const Rvp8u* pa = a.data() + off + size_t(y) * step;
       const Rvp8u* pm = Masked ? m.data() + off + size_t(y) * step : nullptr;
-      rvp::arith::ref::int_row<Rvp8u, Form::Value, rvp::arith::kSum | rvp::arith::kSq |
-                                                       rvp::arith::kCount>(pa, nullptr, 1, pm, w,
-                                                                           r, unused);
+      rvp::arith::ref::int_row<Rvp8u, Form::Value, kMoments>(pa, nullptr, 1, pm, w, r, unused);
       k.row(pa, pm, w);
     }
     const IntRow v = k.total();
