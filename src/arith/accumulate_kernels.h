@@ -21,7 +21,16 @@ enum class AccOp { Add, Square, Product, Weighted };
 template <class S, AccOp Op, bool Masked>
 struct AccumulateKernel {
   using Dst = Rvp32f;
-  static constexpr int lanes = 8;
+  // Masked forms whose masked-off term is always +0.0 can clear masked-off source bytes before
+  // widening, 16 pixels at once, and add the term: fma(0, p, d) = d + 0 * p = d + (+0.0) when
+  // p >= +0.0, and fma(1, p, d) = d + p with one rounding (p is finite for integer sources).
+  // That holds for Rvp8u (every source value, sum term and product is >= +0.0) and for the
+  // Rvp8s square. A negative Rvp8s value or product would need copysign(0, p) instead, which
+  // differs from +0.0 when d is -0.0; those forms keep the mask factor.
+  static constexpr bool kByteMask =
+      Masked && Op != AccOp::Weighted &&
+      (std::is_same_v<S, Rvp8u> || (std::is_same_v<S, Rvp8s> && Op == AccOp::Square));
+  static constexpr int lanes = kByteMask ? 16 : 8;
   const S* src1;
   const S* src2;  // AddProduct only
   const Rvp8u* mask;  // masked forms only
@@ -47,7 +56,37 @@ struct AccumulateKernel {
     dst[i] = r;
   }
 
+  // Eight bytes (the low half of v) widened exactly to single precision.
+  static __m256 bytes8_as_f32(__m128i v) {
+    if constexpr (std::is_same_v<S, Rvp8u>)
+      return _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(v));
+    else
+      return _mm256_cvtepi32_ps(_mm256_cvtepi8_epi32(v));
+  }
+
   void vector(int i) const {
+    if constexpr (kByteMask) {
+      const __m128i m = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask + i));
+      const __m128i off = _mm_cmpeq_epi8(m, _mm_setzero_si128());
+      const __m128i v =
+          _mm_andnot_si128(off, _mm_loadu_si128(reinterpret_cast<const __m128i*>(src1 + i)));
+      const __m256 lo = bytes8_as_f32(v);
+      const __m256 hi = bytes8_as_f32(_mm_unpackhi_epi64(v, v));
+      __m256 tlo, thi;
+      if constexpr (Op == AccOp::Add) {
+        tlo = lo;
+        thi = hi;
+      } else if constexpr (Op == AccOp::Square) {
+        tlo = _mm256_mul_ps(lo, lo);
+        thi = _mm256_mul_ps(hi, hi);
+      } else {
+        tlo = _mm256_mul_ps(lo, simd::load8_as_f32(src2 + i));
+        thi = _mm256_mul_ps(hi, simd::load8_as_f32(src2 + i + 8));
+      }
+      _mm256_store_ps(dst + i, _mm256_add_ps(_mm256_load_ps(dst + i), tlo));
+      _mm256_store_ps(dst + i + 8, _mm256_add_ps(_mm256_load_ps(dst + i + 8), thi));
+      return;
+    }
     const __m256 s = simd::load8_as_f32(src1 + i);
     const __m256 d = _mm256_load_ps(dst + i);  // the runner aligns the destination
     __m256 r;

@@ -140,8 +140,32 @@ struct Moments {
   int64_t count;
 };
 
+// Rvp8u, one channel, with the square sum: the whole-region kernel, if its exact total is the
+// per-row double sum. That holds when the largest possible total, 255^2 per pixel, stays below
+// 2^53: every partial sum of the row-by-row addition is then an exact integer in double.
+// Images whose rows follow each other without gaps are walked as one row.
+template <bool Masked>
+bool moments_u8(const Rvp8u* a, int aStep, const Rvp8u* mask, int maskStep, RvpiSize roi,
+                Moments* out) {
+  if (int64_t{roi.width} * roi.height >= (int64_t{1} << 53) / (255 * 255)) return false;
+  const RvpiSize walk = packed_as_one_row(
+      roi, {image<Rvp8u>(aStep, roi), Masked ? mask_image(maskStep, roi) : kNoImage});
+  avx2::U8Moments<Masked> k;
+  for (int y = 0; y < walk.height; ++y)
+    k.row(row(a, aStep, y), Masked ? row(mask, maskStep, y) : nullptr, walk.width);
+  const IntRow t = k.total();
+  *out = {static_cast<double>(t.sum), static_cast<double>(t.sq), t.count};
+  return true;
+}
+
 template <class T, unsigned N, int Ch>
 Moments moments(const T* a, int aStep, const Rvp8u* mask, int maskStep, RvpiSize roi, int coi) {
+  if constexpr (std::is_same_v<T, Rvp8u> && Ch == 1 && N == (kSum | kSq | kCount)) {
+    Moments m;
+    if (mask != nullptr ? moments_u8<true>(a, aStep, mask, maskStep, roi, &m)
+                        : moments_u8<false>(a, aStep, nullptr, 0, roi, &m))
+      return m;
+  }
   const int c0 = Ch == 3 ? coi - 1 : 0;
   Total<T> t, unused;
   reduce<T, Form::Value, N, Ch>(a + c0, aStep, nullptr, 0, mask, maskStep, roi, c0, t, unused);

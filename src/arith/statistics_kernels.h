@@ -15,6 +15,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <type_traits>
@@ -209,6 +210,66 @@ inline void int_row_u8(const Rvp8u* a, const Rvp8u* b, const Rvp8u* mask, int n,
   else
     int_row_u8_body<F, N, false>(a, b, mask, n, num, den);
 }
+
+// Sum, square sum and count of Rvp8u pixels over a whole region, one channel. The vector lanes
+// are carried from row to row (no per-row horizontal sums) and widened every kBlockSteps steps
+// of each lane set; two lane sets take alternate steps so the sums form two independent chains.
+// The totals are exact. Mean_StdDev's square sum is defined as the per-row square sums added in
+// double precision; callers use this whole-region total only where every partial sum of that
+// addition is an integer below 2^53, so both give the same double.
+template <bool Masked>
+struct U8Moments {
+  static constexpr unsigned kNeed = Masked ? (kSum | kSq | kCount) : (kSum | kSq);
+  U8Lanes l0, l1;
+  int steps = 0;  // steps of either lane set since the last widening (an upper bound)
+  IntRow rest;    // the scalar tails, and the vector pixel count when unmasked
+
+  void row(const Rvp8u* a, const Rvp8u* mask, int n) {
+    const __m256i zero = _mm256_setzero_si256();
+    const __m256i one = _mm256_set1_epi8(1);
+    auto step = [&](U8Lanes& l, int i) {
+      __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + i));
+      __m256i ones_sel = one;
+      if constexpr (Masked) {
+        const __m256i m = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(mask + i));
+        const __m256i off = _mm256_cmpeq_epi8(m, zero);
+        ones_sel = _mm256_andnot_si256(off, one);
+        x = _mm256_andnot_si256(off, x);
+      }
+      l.add<kNeed>(x, ones_sel);
+    };
+    const int vec_end = n - n % 32;
+    int j = 0;
+    while (j < vec_end) {
+      if (steps == kBlockSteps) {
+        l0.flush();
+        l1.flush();
+        steps = 0;
+      }
+      const int take = std::min((vec_end - j) / 32, kBlockSteps - steps);
+      const int end = j + take * 32;
+      for (; j + 128 <= end; j += 128) {
+        step(l0, j);
+        step(l1, j + 32);
+        step(l0, j + 64);
+        step(l1, j + 96);
+      }
+      for (; j < end; j += 32) step(l0, j);
+      steps += take;
+    }
+    if constexpr (!Masked) rest.count += j;
+    IntRow unused;
+    ref::int_row<Rvp8u, Form::Value, kSum | kSq | kCount>(
+        a + j, nullptr, 1, Masked ? mask + j : nullptr, n - j, rest, unused);
+  }
+
+  IntRow total() {
+    IntRow r = rest;
+    l0.store<kNeed>(r);
+    l1.store<kNeed>(r);
+    return r;
+  }
+};
 
 // Channel c of 8 interleaved three-channel pixels, from the three vectors holding elements
 // 0..7, 8..15 and 16..23 of those pixels. Element c + 3i sits in lane (c + 3i) % 8 of vector

@@ -413,6 +413,43 @@ TEST(StatisticsKernels, Avx2MatchesReference) {
   compare_f32_rows<Form::Rel, kAll>(rng);
 }
 
+// The whole-region Rvp8u kernel against the reference folded row by row, over regions with
+// random widths, offsets and row gaps; the all-255 region is long enough to overflow a 32-bit
+// square lane that was never widened.
+template <bool Masked>
+void compare_u8_moments(std::mt19937& rng) {
+  constexpr unsigned kMoments = rvp::arith::kSum | rvp::arith::kSq | rvp::arith::kCount;
+  for (int trial = 0; trial < 40; ++trial) {
+    const bool big = trial == 0;
+    const int w = big ? 1000 : 1 + int(rng() % 200);
+    const int h = big ? 1100 : 1 + int(rng() % 40);
+    const int off = int(rng() % 32);
+    const int step = w + off + int(rng() % 3 == 0 ? 0 : rng() % 40);
+    const size_t len = size_t(step) * h + off + 64;
+    std::vector<Rvp8u> a(len), m(len);
+    for (auto& v : a) v = big || trial % 5 == 1 ? 255 : Rvp8u(rng());
+    for (auto& v : m) v = Rvp8u(rng() % 3 == 0 ? 0 : 1 + rng() % 255);
+    IntRow r, unused;
+    rvp::arith::avx2::U8Moments<Masked> k;
+    for (int y = 0; y < h; ++y) {
+      const Rvp8u* pa = a.data() + off + size_t(y) * step;
+      const Rvp8u* pm = Masked ? m.data() + off + size_t(y) * step : nullptr;
+      rvp::arith::ref::int_row<Rvp8u, Form::Value, kMoments>(pa, nullptr, 1, pm, w, r, unused);
+      k.row(pa, pm, w);
+    }
+    const IntRow v = k.total();
+    ASSERT_EQ(r.sum, v.sum) << w << "x" << h;
+    ASSERT_EQ(r.sq, v.sq) << w << "x" << h;
+    ASSERT_EQ(r.count, v.count) << w << "x" << h;
+  }
+}
+
+TEST(StatisticsKernels, WholeRegionU8MomentsMatchReference) {
+  std::mt19937 rng(33);
+  compare_u8_moments<false>(rng);
+  compare_u8_moments<true>(rng);
+}
+
 void expect_same_extremes(const rvp::arith::RowExtremes& r, const rvp::arith::RowExtremes& v,
                           const char* what) {
   EXPECT_EQ(r.any, v.any) << what;
