@@ -26,6 +26,20 @@ void fill_row(T* r, int n, T v) {
 // A stand-in for the squared table of the members that have none.
 struct NoTable {};
 
+// The checks of every 8-bit table builder: the plain and tilted tables differ only in how many
+// columns a table row holds beyond the source width (1 plain, 2 tilted).
+template <class D, class Q>
+RvpStatus check_tables(const Rvp8u* src, int srcStep, const D* dst, int dstStep, const Q* sq,
+                       int sqStep, RvpiSize roi, int extra_cols) {
+  constexpr bool kSq = !std::is_same_v<Q, NoTable>;
+  if (src == nullptr || dst == nullptr || (kSq && sq == nullptr)) return rvpStsNullPtrErr;
+  if (auto st = check_roi(roi)) return st;
+  const int64_t cols = int64_t{roi.width} + extra_cols;
+  StepRule r_sq = kNoImage;
+  if constexpr (kSq) r_sq = table<Q>(sqStep, cols);
+  return check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq});
+}
+
 // Plain and squared integral images of an 8-bit source. D is the integral's element type, Q the
 // squared table's (NoTable when absent).
 template <class D, class Q>
@@ -33,12 +47,7 @@ RvpStatus integral_8u(const Rvp8u* src, int srcStep, D* dst, int dstStep, Q* sq,
                       RvpiSize roi, D val,
                       std::conditional_t<std::is_same_v<Q, NoTable>, int, Q> val_sq) {
   constexpr bool kSq = !std::is_same_v<Q, NoTable>;
-  if (src == nullptr || dst == nullptr || (kSq && sq == nullptr)) return rvpStsNullPtrErr;
-  if (auto st = check_roi(roi)) return st;
-  const int64_t cols = int64_t{roi.width} + 1;
-  StepRule r_sq = kNoImage;
-  if constexpr (kSq) r_sq = table<Q>(sqStep, cols);
-  if (auto st = check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq})) return st;
+  if (auto st = check_tables(src, srcStep, dst, dstStep, sq, sqStep, roi, 1)) return st;
 
   const int w = roi.width;
   fill_row(dst, w + 1, val);
@@ -76,12 +85,7 @@ RvpStatus tilted_8u(const Rvp8u* src, int srcStep, D* dst, int dstStep, Q* sq, i
                     RvpiSize roi, D val,
                     std::conditional_t<std::is_same_v<Q, NoTable>, int, Q> val_sq) {
   constexpr bool kSq = !std::is_same_v<Q, NoTable>;
-  if (src == nullptr || dst == nullptr || (kSq && sq == nullptr)) return rvpStsNullPtrErr;
-  if (auto st = check_roi(roi)) return st;
-  const int64_t cols = int64_t{roi.width} + 2;
-  StepRule r_sq = kNoImage;
-  if constexpr (kSq) r_sq = table<Q>(sqStep, cols);
-  if (auto st = check_steps({image<Rvp8u>(srcStep, roi), table<D>(dstStep, cols), r_sq})) return st;
+  if (auto st = check_tables(src, srcStep, dst, dstStep, sq, sqStep, roi, 2)) return st;
 
   const int w = roi.width;
   for (int y = 0; y < 2; ++y) {
