@@ -150,9 +150,7 @@ inline void gauss_col_sym_scalar(const int16_t* const* rows, const int16_t* taps
   }
 }
 
-// With kBlocks the rows' whole 32-element blocks are in block order (see gauss_block_pos): the
-// pack of a block's two halves then yields its pixels in natural order without a lane permute.
-template <int K, bool kBlocks = false>
+template <int K>
 inline void gauss_col_sym_avx2(const int16_t* const* rows, const int16_t* taps, int n,
                                uint8_t* dst) {
   constexpr int R = K / 2, N = R + 1;
@@ -179,8 +177,7 @@ inline void gauss_col_sym_avx2(const int16_t* const* rows, const int16_t* taps, 
   int i = 0;
   for (; i + 32 <= n; i += 32) {
     const __m256i a = block(i), b = block(i + 16);
-    __m256i q = _mm256_packus_epi16(a, b);
-    if constexpr (!kBlocks) q = _mm256_permute4x64_epi64(q, 0xD8);
+    const __m256i q = _mm256_permute4x64_epi64(_mm256_packus_epi16(a, b), 0xD8);
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + i), q);
   }
   const int16_t* rest[K];
@@ -190,15 +187,19 @@ inline void gauss_col_sym_avx2(const int16_t* const* rows, const int16_t* taps, 
 
 // ---- 8-bit symmetric kernels in vertical strips
 // The image is filtered strip by strip: every strip runs the row pass into a ring of K
-// intermediate rows only as wide as the strip, so the column pass reads them from L1 instead of
-// streaming K full-width rows through L2 for every output row. Strips recompute K - 1 bordered
-// pixels of the row pass at each seam; the values are the same as for a full-width row.
+// intermediate rows only as wide as the strip, so the column pass reads them from the core's own
+// cache instead of streaming K full-width rows through the shared one for every output row.
+// Strips recompute K - 1 bordered pixels of the row pass at each seam; the values are the same as
+// for a full-width row. Narrow strips cost more than they save, though: the source and the
+// destination are then walked in row pieces, which the hardware prefetchers follow poorly (an
+// L1-sized ring made 1920-pixel three-channel images about 15% slower than a full-width one).
 
 constexpr int kGaussPrefetchRows = 2;
 
-// Pixels per strip: the ring stays near 24 KiB; a multiple of 32 pixels, at most the width.
+// Pixels per strip: the ring stays within 256 KiB, a part of a per-core L2; a multiple of 32
+// pixels, at most the width.
 inline int gauss_u8_strip_pixels(int K, int ch, int width) {
-  const int p = std::max(32, (12288 / (K * ch)) & ~31);
+  const int p = std::max(32, ((int{1} << 17) / (K * ch)) & ~31);
   return std::min(p, width);
 }
 
@@ -377,22 +378,98 @@ inline void gauss_row_split_avx2(const uint8_t* src, int16_t* out, int n, const 
   gauss_row_u8_scalar<K>(src + i, out + i, n - i, taps, stride);
 }
 
-// Bordered pixels xb + p, p0 <= p < p1, of row y (source row s, or nullptr when the row is the
-// border value) as bytes at out + p * ch: pixels inside the region are copied, the rest mapped.
-inline void gauss_u8_fill_bytes(const BorderedSource<uint8_t>& b, const uint8_t* s, int y, int xb,
-                                int p0, int p1, int ch, int width, uint8_t* out) {
-  for (int p = p0; p < p1;) {
-    const int x = xb + p;
-    if (s != nullptr && x >= 0 && x < width) {
-      const int e = std::min(p1, width - xb);
-      std::memcpy(out + ptrdiff_t(p) * ch, s + ptrdiff_t(x) * ch, size_t(e - p) * ch);
-      p = e;
-    } else {
-      for (int c = 0; c < ch; ++c) out[ptrdiff_t(p) * ch + c] = b.at(y, x, c);
-      ++p;
+// The column pass on rows whose whole 32-element blocks are in block order. The mirrored rows are
+// added first (m_k = r_k + r_K-1-k, k < K/2, then the centre row); neighbours in that list are
+// interleaved so that one multiply-add per pair of taps gives two taps of one output in each
+// 32-bit lane, with every multiplier lane useful. When the list has odd length its last member
+// is paired with the constant 2 and the tap 2^14, which adds the rounding term.
+template <int K>
+inline void gauss_col_pairs_avx2(const int16_t* const* rows, const int16_t* taps, int n,
+                                 uint8_t* dst) {
+  constexpr int R = K / 2, N = R + 1, P = (N + 1) / 2;
+  constexpr int kShift = 2 * kGaussShift8u - kGaussRowDrop;
+  constexpr bool kRoundInPair = N % 2 == 1;
+  static_assert(kShift == 16, "the rounding pair adds 2 * 2^14");
+  __m256i tp[P];
+  for (int j = 0; j < P; ++j) {
+    const int16_t hi = 2 * j + 1 < N ? taps[2 * j + 1] : int16_t{1 << (kShift - 2)};
+    tp[j] = tap_pair(taps[2 * j], hi);
+  }
+  const int16_t* r[K];
+  for (int k = 0; k < K; ++k) r[k] = rows[k];
+  const __m256i two = _mm256_set1_epi16(2), half = _mm256_set1_epi32(1 << (kShift - 1));
+  auto ld = [](const int16_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  };
+  auto block = [&](int i) {  // 16 results in 16-bit lanes, natural order within the 16
+    __m256i v[2 * P];
+#pragma GCC unroll 8
+    for (int k = 0; k < R; ++k) v[k] = _mm256_add_epi16(ld(r[k] + i), ld(r[K - 1 - k] + i));
+    v[R] = ld(r[R] + i);
+    if constexpr (kRoundInPair) v[N] = two;
+    __m256i lo = _mm256_madd_epi16(_mm256_unpacklo_epi16(v[0], v[1]), tp[0]);
+    __m256i hi = _mm256_madd_epi16(_mm256_unpackhi_epi16(v[0], v[1]), tp[0]);
+#pragma GCC unroll 8
+    for (int j = 1; j < P; ++j) {
+      lo = _mm256_add_epi32(
+          lo, _mm256_madd_epi16(_mm256_unpacklo_epi16(v[2 * j], v[2 * j + 1]), tp[j]));
+      hi = _mm256_add_epi32(
+          hi, _mm256_madd_epi16(_mm256_unpackhi_epi16(v[2 * j], v[2 * j + 1]), tp[j]));
+    }
+    if constexpr (!kRoundInPair) {
+      lo = _mm256_add_epi32(lo, half);
+      hi = _mm256_add_epi32(hi, half);
+    }
+    return _mm256_packus_epi32(_mm256_srli_epi32(lo, kShift), _mm256_srli_epi32(hi, kShift));
+  };
+  int i = 0;
+  for (; i + 32 <= n; i += 32) {
+    const __m256i q = _mm256_packus_epi16(block(i), block(i + 16));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + i), q);
+  }
+  const int16_t* rest[K];
+  for (int k = 0; k < K; ++k) rest[k] = r[k] + i;
+  gauss_col_sym_scalar<K>(rest, taps, n - i, dst + i);
+}
+
+// The bordered pixels of a strip that lie left or right of the region (at most K - 1 of them):
+// where each one reads from in a source row (column mx), or its value when it is the border
+// value. Built once per strip, so that filling a row's edges needs no index mapping.
+struct GaussEdges {
+  struct Pixel {
+    int p, mx;  // position in the bordered strip row; source column or kConstantIndex
+    uint8_t v[3];
+  };
+  Pixel px[16];
+  int count = 0;
+
+  GaussEdges(const BorderedSource<uint8_t>& b, Border border, int xb, int np, int r, int ch,
+             int width) {
+    for (int p = 0; p < np + 2 * r; ++p) {
+      const int x = xb + p;
+      if (x >= 0 && x < width) continue;
+      Pixel& e = px[count++];
+      e.p = p;
+      e.mx = map_index(x, width, border.base, border.in_mem(kLeft), border.in_mem(kRight));
+      for (int c = 0; c < ch; ++c) e.v[c] = b.at(0, x, c);  // read only when mx is constant
     }
   }
-}
+
+  // Bordered pixels xb + p, p0 <= p < p1, of the row whose source row is s, as bytes at
+  // out + p * ch: the region's part copied, the edge pixels from the table.
+  void fill(const uint8_t* s, int xb, int p0, int p1, int ch, int width, uint8_t* out) const {
+    const int c0 = std::max(p0, -xb), c1 = std::min(p1, width - xb);
+    if (c1 > c0)
+      std::memcpy(out + ptrdiff_t(c0) * ch, s + (ptrdiff_t(xb) + c0) * ch, size_t(c1 - c0) * ch);
+    for (int k = 0; k < count; ++k) {
+      const Pixel& e = px[k];
+      if (e.p < p0 || e.p >= p1) continue;
+      for (int c = 0; c < ch; ++c)
+        out[ptrdiff_t(e.p) * ch + c] =
+            e.mx == kConstantIndex ? e.v[c] : s[ptrdiff_t(e.mx) * ch + c];
+    }
+  }
+};
 
 // gauss_u8_sym_strips with the byte row pass (taps passing gauss_split_ok(taps, K, q)). Blocks
 // whose bordered reach stays on pixels held in memory (inside the region, or on a side the
@@ -403,6 +480,7 @@ template <int K, int CH>
 void gauss_u8_split_strips(const BorderedSource<uint8_t>& b, Border border, uint8_t* dst,
                            int dstStep, RvpiSize roi, const int16_t* taps, int q, uint8_t* bord,
                            int16_t* const* ring, int strip_px) {
+  static_assert(K <= 17, "GaussEdges holds at most 16 edge pixels");
   constexpr int r = K / 2, reach = (K - 1) * CH;
   // Pixels that may be read straight from a source row.
   const int64_t xl = border.in_mem(kLeft) ? INT64_MIN / 4 : 0;
@@ -420,6 +498,7 @@ void gauss_u8_split_strips(const BorderedSource<uint8_t>& b, Border border, uint
     // Bordered pixels the copied parts need: those under blocks 0 .. bl - 1, and from block br on.
     const int lp1 = bl > 0 ? (32 * bl + reach + CH - 1) / CH : 0;
     const int rp0 = 32 * br / CH;
+    const GaussEdges edges(b, border, xb, np, r, CH, roi.width);
     const bool pieces = strip_px < roi.width;
     const int s0 = std::max(0, x0 - r) * CH, s1 = std::min(roi.width, x0 + np + r) * CH;
     auto produce = [&](int j) {
@@ -430,19 +509,20 @@ void gauss_u8_split_strips(const BorderedSource<uint8_t>& b, Border border, uint
       const uint8_t* s = b.source_row(j);
       int16_t* out = ring[((j + r) % K + K) % K];
       if (s == nullptr) {  // the border value throughout
-        gauss_u8_fill_bytes(b, s, j, xb, 0, np + 2 * r, CH, roi.width, bord);
+        for (int p = 0; p < np + 2 * r; ++p)
+          for (int c = 0; c < CH; ++c) bord[p * CH + c] = b.at(j, xb + p, c);
         gauss_row_split_avx2<K>(bord, out, n, taps, q, CH);
         return;
       }
       if (bl > 0) {
-        gauss_u8_fill_bytes(b, s, j, xb, 0, lp1, CH, roi.width, bord);
+        edges.fill(s, xb, 0, lp1, CH, roi.width, bord);
         gauss_row_split_avx2<K>(bord, out, 32 * bl, taps, q, CH);
       }
       if (br > bl)
         gauss_row_split_avx2<K>(s + (ptrdiff_t(xb) * CH + 32 * bl), out + 32 * bl, 32 * (br - bl),
                                 taps, q, CH);
       if (br * 32 < n) {
-        gauss_u8_fill_bytes(b, s, j, xb, rp0, np + 2 * r, CH, roi.width, bord);
+        edges.fill(s, xb, rp0, np + 2 * r, CH, roi.width, bord);
         gauss_row_split_avx2<K>(bord + 32 * br, out + 32 * br, n - 32 * br, taps, q, CH);
       }
     };
@@ -451,7 +531,7 @@ void gauss_u8_split_strips(const BorderedSource<uint8_t>& b, Border border, uint
     for (int y = 0; y < roi.height; ++y) {
       produce(y + r);
       for (int k = 0; k < K; ++k) list[k] = ring[(y + k) % K];
-      gauss_col_sym_avx2<K, true>(list, taps, n, row(dst, dstStep, y) + ptrdiff_t(x0) * CH);
+      gauss_col_pairs_avx2<K>(list, taps, n, row(dst, dstStep, y) + ptrdiff_t(x0) * CH);
     }
   }
 }
