@@ -176,12 +176,32 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
       }
     };
     if (sym && K <= 13) {
-      // Strip by strip; the bordered strip row (16-bit) takes the 8u-only sub-buffer and the
-      // ring the first K * strip * CH values of the engine's ring rows.
+      // Strip by strip; the bordered strip row (16-bit, or bytes for the byte row pass) takes
+      // the 8u-only sub-buffer and the ring the first K * strip * CH values of the engine's ring
+      // rows.
       const int sp = gauss_u8_strip_pixels(K, CH, roi.width);
       int16_t* wide = carver.take<int16_t>((int64_t{sp} + K - 1) * CH);
       int16_t* ring[13];
       for (int k = 0; k < K; ++k) ring[k] = carver.take<int16_t>(int64_t{sp} * CH);
+      const int q = gauss_split_shift(t, K);
+      if (q > 0) {
+        uint8_t* bord = reinterpret_cast<uint8_t*>(wide);
+        const Border bd = resolve_border(border);
+        switch (K) {
+          case 3:
+            return gauss_u8_split_strips<3, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
+          case 5:
+            return gauss_u8_split_strips<5, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
+          case 7:
+            return gauss_u8_split_strips<7, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
+          case 9:
+            return gauss_u8_split_strips<9, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
+          case 11:
+            return gauss_u8_split_strips<11, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
+          default:
+            return gauss_u8_split_strips<13, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
+        }
+      }
       switch (K) {
         case 3:
           gauss_u8_sym_strips<3, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
