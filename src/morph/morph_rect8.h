@@ -1,0 +1,517 @@
+// The rectangle kind on 8-bit rows, source and destination distinct: one pipelined pass per
+// output row (or pair of rows).
+//
+// The rectangle is separable: V is the extremum of the rectangle's source rows (rows mapped by
+// the replicate rule, read in place from the caller's image), and an output pixel x is the
+// extremum of V over columns x+off .. x+off+rw-1, clamped to the row. The row is walked in
+// chunks: V of one chunk goes to a small row buffer while the horizontal window of the
+// previous chunk is taken from it, so source rows, the buffer and the destination row stream
+// through together instead of in separate full-row passes.
+//
+// Only the pixels whose window lies inside the row (the interior) go through the vector
+// stages; the few whose window is clamped take a running prefix or suffix extremum of V, which
+// is what replicating the edge pixel gives. Wide windows go through two stages: P, the
+// extremum of `a` consecutive pixels, then a handful of P taps spaced `a` pixels apart (the
+// last tap overlapping), so the cost grows with the square root of the width.
+#pragma once
+
+#include <immintrin.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/image.h"
+#include "morph/morph_engine.h"
+#include "morph/morph_kernels.h"
+#include "morph/morph_state.h"
+
+namespace rvp::morph {
+
+// Taps of one horizontal stage: out[i] = e(v[i + off[0]], ..., v[i + off[count-1]]).
+struct Taps {
+  int count;
+  int off[8];
+};
+
+// Prefetch with intent to write: the destination rows of the next step are pulled into the
+// cache in exclusive state while this step computes, so the stores later do not wait for the
+// line to be fetched. Processors without the instruction execute it as a no-op.
+inline void prefetch_for_write(const void* p) {
+  asm volatile("prefetchw %0" : : "m"(*static_cast<const char*>(p)));
+}
+
+namespace ref {
+
+// Vertical extremum of one (d1 == nullptr) or two consecutive output rows over [i0, i1):
+// d0 from src[0..rh-1], d1 from src[1..rh].
+template <Extremum E>
+void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, int i1) {
+  for (int i = i0; i < i1; ++i) {
+    Rvp8u e = src[0][i];
+    for (int r = 1; r < rh; ++r) e = pick<E>(e, src[r][i]);
+    d0[i] = e;
+    if (d1 == nullptr) continue;
+    e = src[1][i];
+    for (int r = 2; r <= rh; ++r) e = pick<E>(e, src[r][i]);
+    d1[i] = e;
+  }
+}
+
+template <Extremum E>
+void rect_taps(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1) {
+  for (int i = i0; i < i1; ++i) {
+    Rvp8u e = v[i + t.off[0]];
+    for (int k = 1; k < t.count; ++k) e = pick<E>(e, v[i + t.off[k]]);
+    out[i] = e;
+  }
+}
+
+}  // namespace ref
+
+namespace avx2 {
+
+using V8 = Vec<Rvp8u>;
+
+template <Extremum E>
+inline __m256i ext8(__m256i a, __m256i b) {
+  return vpick<E, Rvp8u>(a, b);
+}
+
+// The kernels cover [i0, i1) (i1 - i0 >= 32) with 32-byte blocks: the output kernels store one
+// block at i0, then blocks at which the output is 32-byte aligned (stores that split a cache
+// line cost twice); a ragged end gets one last block ending at i1. Overlapping blocks
+// recompute values already written, which is harmless because no kernel reads what it writes.
+inline int first_aligned(const void* base, int i0) {
+  const int mis = int(reinterpret_cast<uintptr_t>(base) + unsigned(i0)) & 31;
+  return i0 + (mis == 0 ? 32 : 32 - mis);
+}
+template <Extremum E, int RH>
+void rect_rows_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* list, int rh_dyn, int i0, int i1) {
+  const int rh = RH > 0 ? RH : rh_dyn;
+  const Rvp8u* s[RH > 0 ? RH + 1 : 1];
+  if constexpr (RH > 0)
+    for (int r = 0; r < RH; ++r) s[r] = list[r];
+  auto at = [&](int r) {
+    if constexpr (RH > 0)
+      return s[r];
+    else
+      return list[r];
+  };
+  const Rvp8u* last = d1 ? list[rh] : nullptr;
+  auto one = [&](int i) __attribute__((always_inline)) {
+    __m256i v = V8::load(at(0) + i);
+#pragma GCC unroll 8
+    for (int r = 1; r < rh; ++r) v = ext8<E>(v, V8::load(at(r) + i));
+    V8::store(d0 + i, v);
+  };
+  auto two = [&](int i) __attribute__((always_inline)) {
+    if (rh == 1) {
+      V8::store(d0 + i, V8::load(at(0) + i));
+      V8::store(d1 + i, V8::load(last + i));
+      return;
+    }
+    __m256i c = V8::load(at(1) + i);
+#pragma GCC unroll 8
+    for (int r = 2; r < rh; ++r) c = ext8<E>(c, V8::load(at(r) + i));
+    V8::store(d0 + i, ext8<E>(V8::load(at(0) + i), c));
+    V8::store(d1 + i, ext8<E>(c, V8::load(last + i)));
+  };
+  int i = i0;
+  if (d1 == nullptr) {
+    for (; i + 32 <= i1; i += 32) one(i);
+    if (i < i1) one(i1 - 32);
+  } else {
+    for (; i + 32 <= i1; i += 32) two(i);
+    if (i < i1) two(i1 - 32);
+  }
+}
+
+template <Extremum E>
+void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, int i1) {
+  switch (rh) {
+    case 1:
+      return rect_rows_fixed<E, 1>(d0, d1, src, rh, i0, i1);
+    case 2:
+      return rect_rows_fixed<E, 2>(d0, d1, src, rh, i0, i1);
+    case 3:
+      return rect_rows_fixed<E, 3>(d0, d1, src, rh, i0, i1);
+    case 4:
+      return rect_rows_fixed<E, 4>(d0, d1, src, rh, i0, i1);
+    case 5:
+      return rect_rows_fixed<E, 5>(d0, d1, src, rh, i0, i1);
+    case 6:
+      return rect_rows_fixed<E, 6>(d0, d1, src, rh, i0, i1);
+    case 7:
+      return rect_rows_fixed<E, 7>(d0, d1, src, rh, i0, i1);
+    default:
+      return rect_rows_fixed<E, 0>(d0, d1, src, rh, i0, i1);
+  }
+}
+
+// `next` (may be null): a destination row of the next step to prefetch.
+template <Extremum E, int N>
+void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
+                     const Rvp8u* next) {
+  const Rvp8u* p[N];
+  for (int k = 0; k < N; ++k) p[k] = v + t.off[k];
+  auto one = [&](int i) __attribute__((always_inline)) {
+    __m256i e = V8::load(p[0] + i);
+#pragma GCC unroll 8
+    for (int k = 1; k < N; ++k) e = ext8<E>(e, V8::load(p[k] + i));
+    V8::store(out + i, e);
+  };
+  one(i0);
+  int i = first_aligned(out, i0);
+  for (; i + 64 <= i1; i += 64) {
+    if (next != nullptr) prefetch_for_write(next + i);
+    one(i);
+    one(i + 32);
+  }
+  for (; i < i1; i += 32) one(std::min(i, i1 - 32));
+}
+
+template <Extremum E>
+void rect_taps(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
+               const Rvp8u* next = nullptr) {
+  switch (t.count) {
+    case 1:
+      return rect_taps_fixed<E, 1>(out, v, t, i0, i1, next);
+    case 2:
+      return rect_taps_fixed<E, 2>(out, v, t, i0, i1, next);
+    case 3:
+      return rect_taps_fixed<E, 3>(out, v, t, i0, i1, next);
+    case 4:
+      return rect_taps_fixed<E, 4>(out, v, t, i0, i1, next);
+    case 5:
+      return rect_taps_fixed<E, 5>(out, v, t, i0, i1, next);
+    case 6:
+      return rect_taps_fixed<E, 6>(out, v, t, i0, i1, next);
+    case 7:
+      return rect_taps_fixed<E, 7>(out, v, t, i0, i1, next);
+    default:
+      return rect_taps_fixed<E, 8>(out, v, t, i0, i1, next);
+  }
+}
+
+}  // namespace avx2
+
+
+// Left and right pixels whose window is clamped by the row ends: the extremum over
+// [max(0, x+off), min(w-1, x+off+rw-1)] as a running prefix (left) or suffix (right). Those
+// windows only reach the first and last rw-1 pixels of V: vl holds V from pixel 0, vr holds V
+// from pixel rbase on (rbase <= w - rw + 1 or 0).
+template <Extremum E>
+void rect_edges(Rvp8u* out, const Rvp8u* vl, const Rvp8u* vr, int rbase, int w, int c, int off,
+                int rw, int left, int right) {
+  for (int ch = 0; ch < c; ++ch) {
+    Rvp8u acc = vl[ch];
+    int end = 0;
+    for (int x = 0; x < left; ++x) {
+      const int e = std::clamp(x + off + rw - 1, 0, w - 1);
+      for (; end < e; ++end) acc = pick<E>(acc, vl[(end + 1) * c + ch]);
+      out[x * c + ch] = acc;
+    }
+    acc = vr[(w - 1 - rbase) * c + ch];
+    int begin = w - 1;
+    for (int x = w - 1; x >= w - right; --x) {
+      const int s = std::clamp(x + off, 0, w - 1);
+      for (; begin > s; --begin) acc = pick<E>(acc, vr[(begin - 1 - rbase) * c + ch]);
+      out[x * c + ch] = acc;
+    }
+  }
+}
+
+// Geometry of the horizontal stages of one call.
+struct RectLayout {
+  int n;            // bytes of a row
+  int lo, hi;       // interior bytes [lo, hi)
+  int left, right;  // clamped pixels on each side
+  bool hfirst;      // registers only: each source row's window, then the vertical extremum
+  bool two;         // two horizontal stages (P, then taps on P)
+  Taps pre;         // P taps on V (two stages only)
+  Taps fin;         // output taps on V or on P (or on the source rows when hfirst)
+};
+
+constexpr int kRectDirectTaps = 8;
+constexpr int kRectHfirstMax = 3;  // widest and tallest rectangle of the registers-only kernel
+constexpr int kRectMaxWidth = 64;  // widest window the staged path takes
+constexpr int kRectMinInterior = 64;
+
+// False when the row is too narrow for the staged path (or the window too wide).
+inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L) {
+  if (rw > kRectMaxWidth) return false;
+  L->n = width * c;
+  L->left = std::max(0, -off);
+  L->right = std::max(0, off + rw - 1);
+  L->lo = L->left * c;
+  L->hi = L->n - L->right * c;
+  if (L->hi - L->lo < kRectMinInterior) return false;
+  // Loads per block of a pair of rows: (rh+1)*rw straight from the source rows, against
+  // rh+1 for V, two stores and 2*rw reloads when V goes through a row buffer; the first is
+  // cheaper up to 3x3, and needs no buffer.
+  L->hfirst = rw <= kRectHfirstMax && rh <= kRectHfirstMax;
+  L->two = rw > kRectDirectTaps;
+  if (!L->two) {
+    L->fin.count = rw;
+    for (int j = 0; j < rw; ++j) L->fin.off[j] = (off + j) * c;
+  } else {
+    int a = 2;
+    while (a * a < rw) ++a;
+    const int t = (rw + a - 1) / a;
+    L->pre.count = a;
+    for (int j = 0; j < a; ++j) L->pre.off[j] = j * c;
+    L->fin.count = t;
+    for (int k = 0; k + 1 < t; ++k) L->fin.off[k] = (off + k * a) * c;
+    L->fin.off[t - 1] = (off + rw - a) * c;
+  }
+  return true;
+}
+
+namespace ref {
+
+// One output row (d1 == nullptr) or two from the source rows src[0..rh-1] (and src[rh]):
+// interior bytes [i0, i1) through the taps, no edges.
+template <Extremum E>
+void rect_hfirst(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, const Taps& t, int i0,
+                 int i1) {
+  for (int i = i0; i < i1; ++i) {
+    Rvp8u e0 = src[0][i + t.off[0]];
+    for (int r = 0; r < rh; ++r)
+      for (int k = 0; k < t.count; ++k) e0 = pick<E>(e0, src[r][i + t.off[k]]);
+    d0[i] = e0;
+    if (d1 == nullptr) continue;
+    Rvp8u e1 = src[1][i + t.off[0]];
+    for (int r = 1; r <= rh; ++r)
+      for (int k = 0; k < t.count; ++k) e1 = pick<E>(e1, src[r][i + t.off[k]]);
+    d1[i] = e1;
+  }
+}
+
+}  // namespace ref
+
+// The pixels whose window is clamped by the row ends, straight from the source rows (at most
+// kRectHfirstMax - 1 a side): the extremum over columns [max(0, x+off), min(w-1, x+off+rw-1)].
+template <Extremum E, int RH, int C>
+void rect_hfirst_edges_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int w, int off,
+                             int rw, int left, int right) {
+  auto pixel = [&](int x) {
+    const int a = std::clamp(x + off, 0, w - 1), b = std::clamp(x + off + rw - 1, 0, w - 1);
+    for (int ch = 0; ch < C; ++ch) {
+      // Rows 1..RH-1 serve both outputs.
+      Rvp8u mid = src[RH > 1 ? 1 : 0][a * C + ch];
+      for (int r = 1; r < RH; ++r)
+        for (int k = a; k <= b; ++k) mid = pick<E>(mid, src[r][k * C + ch]);
+      Rvp8u e0 = mid;
+      for (int k = a; k <= b; ++k) e0 = pick<E>(e0, src[0][k * C + ch]);
+      d0[x * C + ch] = e0;
+      if (d1 == nullptr) continue;
+      Rvp8u e1 = RH > 1 ? mid : src[RH][a * C + ch];
+      for (int k = a; k <= b; ++k) e1 = pick<E>(e1, src[RH][k * C + ch]);
+      d1[x * C + ch] = e1;
+    }
+  };
+  for (int x = 0; x < left; ++x) pixel(x);
+  for (int x = w - right; x < w; ++x) pixel(x);
+}
+
+template <Extremum E, int RH>
+void rect_hfirst_edges_c(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int w, int c, int off,
+                         int rw, int left, int right) {
+  switch (c) {
+    case 1:
+      return rect_hfirst_edges_fixed<E, RH, 1>(d0, d1, src, w, off, rw, left, right);
+    case 3:
+      return rect_hfirst_edges_fixed<E, RH, 3>(d0, d1, src, w, off, rw, left, right);
+    default:
+      return rect_hfirst_edges_fixed<E, RH, 4>(d0, d1, src, w, off, rw, left, right);
+  }
+}
+
+template <Extremum E>
+void rect_hfirst_edges(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int w, int c,
+                       int off, int rw, int left, int right) {
+  switch (rh) {
+    case 1:
+      return rect_hfirst_edges_c<E, 1>(d0, d1, src, w, c, off, rw, left, right);
+    case 2:
+      return rect_hfirst_edges_c<E, 2>(d0, d1, src, w, c, off, rw, left, right);
+    default:
+      return rect_hfirst_edges_c<E, 3>(d0, d1, src, w, c, off, rw, left, right);
+  }
+}
+
+namespace avx2 {
+
+// As ref::rect_hfirst for taps at off[0] + k*C (k < RW); `next0`/`next1` (may be null) are
+// destination rows of the next step to prefetch.
+template <Extremum E, int RW, int RH, int C>
+void rect_hfirst_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* list, int off0, int i0, int i1,
+                       const Rvp8u* next0, const Rvp8u* next1) {
+  const Rvp8u* s[RH + 1];
+  for (int r = 0; r < RH; ++r) s[r] = list[r] + off0;
+  s[RH] = d1 ? list[RH] + off0 : nullptr;
+  auto hwin = [&](const Rvp8u* p) __attribute__((always_inline)) {
+    __m256i v = V8::load(p);
+#pragma GCC unroll 8
+    for (int k = 1; k < RW; ++k) v = ext8<E>(v, V8::load(p + k * C));
+    return v;
+  };
+  auto mid = [&](int i) __attribute__((always_inline)) {  // rows 1..RH-1, shared by both outputs
+    __m256i c = hwin(s[1] + i);
+#pragma GCC unroll 8
+    for (int r = 2; r < RH; ++r) c = ext8<E>(c, hwin(s[r] + i));
+    return c;
+  };
+  auto one = [&](int i) __attribute__((always_inline)) {
+    if constexpr (RH == 1)
+      V8::store(d0 + i, hwin(s[0] + i));
+    else
+      V8::store(d0 + i, ext8<E>(hwin(s[0] + i), mid(i)));
+  };
+  auto two = [&](int i) __attribute__((always_inline)) {
+    if constexpr (RH == 1) {
+      V8::store(d0 + i, hwin(s[0] + i));
+      V8::store(d1 + i, hwin(s[1] + i));
+    } else {
+      const __m256i c = mid(i);
+      V8::store(d0 + i, ext8<E>(hwin(s[0] + i), c));
+      V8::store(d1 + i, ext8<E>(c, hwin(s[RH] + i)));
+    }
+  };
+  // First block, aligned pairs of blocks, then what is left (the last block may overlap).
+  const int ia = first_aligned(d0, i0);
+  int i = ia;
+  if (d1 == nullptr) {
+    one(i0);
+    for (; i + 64 <= i1; i += 64) {
+      one(i);
+      one(i + 32);
+    }
+  } else {
+    two(i0);
+    for (; i + 64 <= i1; i += 64) {
+      if (next1 != nullptr) {
+        prefetch_for_write(next0 + i);
+        prefetch_for_write(next1 + i);
+      }
+      two(i);
+      two(i + 32);
+    }
+  }
+  for (; i < i1; i += 32) {
+    const int b = std::min(i, i1 - 32);
+    if (d1 == nullptr)
+      one(b);
+    else
+      two(b);
+  }
+}
+
+template <Extremum E, int RW, int RH>
+void rect_hfirst_c(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int c, int off0, int i0, int i1,
+                   const Rvp8u* next0, const Rvp8u* next1) {
+  switch (c) {
+    case 1:
+      return rect_hfirst_fixed<E, RW, RH, 1>(d0, d1, src, off0, i0, i1, next0, next1);
+    case 3:
+      return rect_hfirst_fixed<E, RW, RH, 3>(d0, d1, src, off0, i0, i1, next0, next1);
+    default:
+      return rect_hfirst_fixed<E, RW, RH, 4>(d0, d1, src, off0, i0, i1, next0, next1);
+  }
+}
+
+template <Extremum E, int RW>
+void rect_hfirst_w(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int c, int off0, int i0,
+                   int i1, const Rvp8u* next0, const Rvp8u* next1) {
+  switch (rh) {
+    case 1:
+      return rect_hfirst_c<E, RW, 1>(d0, d1, src, c, off0, i0, i1, next0, next1);
+    case 2:
+      return rect_hfirst_c<E, RW, 2>(d0, d1, src, c, off0, i0, i1, next0, next1);
+    default:
+      return rect_hfirst_c<E, RW, 3>(d0, d1, src, c, off0, i0, i1, next0, next1);
+  }
+}
+
+// rh <= kRectHfirstMax, rw = t.count <= kRectHfirstMax, c in {1, 3, 4}, taps
+// t.off[k] = t.off[0] + k*c.
+template <Extremum E>
+void rect_hfirst(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int c, const Taps& t,
+                 int i0, int i1, const Rvp8u* next0 = nullptr, const Rvp8u* next1 = nullptr) {
+  switch (t.count) {
+    case 1:
+      return rect_hfirst_w<E, 1>(d0, d1, src, rh, c, t.off[0], i0, i1, next0, next1);
+    case 2:
+      return rect_hfirst_w<E, 2>(d0, d1, src, rh, c, t.off[0], i0, i1, next0, next1);
+    default:
+      return rect_hfirst_w<E, 3>(d0, d1, src, rh, c, t.off[0], i0, i1, next0, next1);
+  }
+}
+
+}  // namespace avx2
+
+// One output row (out1 == nullptr) or two. `src` holds the rectangle's rows (rh, plus one for
+// a pair). v0/v1 and p0/p1 are row buffers of n bytes (not used by hfirst; p0/p1 only with two
+// stages). next0/next1: destination rows of the next step (or null).
+template <Extremum E>
+void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, int c, int off,
+                   int rw, Rvp8u* out0, Rvp8u* out1, Rvp8u* v0, Rvp8u* v1, Rvp8u* p0,
+                   Rvp8u* p1, const Rvp8u* next0, const Rvp8u* next1) {
+  const int n = L.n;
+  if (L.hfirst) {
+    avx2::rect_hfirst<E>(out0, out1, src, rh, c, L.fin, L.lo, L.hi, next0, next1);
+    rect_hfirst_edges<E>(out0, out1, src, rh, w, c, off, rw, L.left, L.right);
+    return;
+  }
+  avx2::rect_rows<E>(v0, out1 ? v1 : nullptr, src, rh, 0, n);
+  const Rvp8u* h0 = v0;
+  const Rvp8u* h1 = v1;
+  if (L.two) {
+    const int p_end = n - L.pre.off[L.pre.count - 1];
+    avx2::rect_taps<E>(p0, v0, L.pre, 0, p_end);
+    if (out1) avx2::rect_taps<E>(p1, v1, L.pre, 0, p_end);
+    h0 = p0;
+    h1 = p1;
+  }
+  avx2::rect_taps<E>(out0, h0, L.fin, L.lo, L.hi, next0);
+  if (out1) avx2::rect_taps<E>(out1, h1, L.fin, L.lo, L.hi, next1);
+  rect_edges<E>(out0, v0, v0, 0, w, c, off, rw, L.left, L.right);
+  if (out1) rect_edges<E>(out1, v1, v1, 0, w, c, off, rw, L.left, L.right);
+}
+
+// The rectangle kind through the staged path; false (nothing written) when it does not
+// apply. `rows` bordered row buffers of the work area follow the pointer table.
+template <Extremum E>
+bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int dstep,
+                    uint8_t* work, int rows) {
+  const Shape shape{p.width, p.mw, p.mh, p.channels, 1};
+  const int c = p.channels;
+  const int rw = p.rect[0], rh = p.rect[1];
+  const int off = -p.rect[2], r0 = p.ay - p.rect[3];
+  RectLayout L;
+  if (!rect_layout(p.width, c, rw, rh, off, &L)) return false;
+  const int per_row = L.hfirst ? 0 : L.two ? 2 : 1;
+  const bool pairs = rows >= 2 * per_row;
+  if (rows < per_row) return false;
+  const Rvp8u** table = reinterpret_cast<const Rvp8u**>(work);
+  const int64_t rb = bordered_row_bytes(shape);
+  auto buf = [&](int k) { return work + table_bytes(shape) + k * rb; };
+  Rvp8u* v0 = per_row ? buf(0) : nullptr;
+  Rvp8u* v1 = per_row && pairs ? buf(1) : nullptr;
+  Rvp8u* p0 = L.two ? buf(pairs ? 2 : 1) : nullptr;
+  Rvp8u* p1 = L.two && pairs ? buf(3) : nullptr;
+  const int adv = pairs ? 2 : 1;
+  for (int y = 0; y < p.height; y += adv) {
+    const bool pair = pairs && y + 1 < p.height;
+    for (int t = 0; t < rh + (pair ? 1 : 0); ++t)
+      table[t] = row(src, step, std::clamp(y - p.ay + r0 + t, 0, p.height - 1));
+    const int yn = y + adv;
+    rect_rows_out<E>(L, table, rh, p.width, c, off, rw, row(dst, dstep, y),
+                     pair ? row(dst, dstep, y + 1) : nullptr, v0, v1, p0, p1,
+                     yn < p.height ? row(dst, dstep, yn) : nullptr,
+                     pair && yn + 1 < p.height ? row(dst, dstep, yn + 1) : nullptr);
+  }
+  return true;
+}
+
+}  // namespace rvp::morph
