@@ -149,6 +149,62 @@ void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, in
 }
 
 // `next` (may be null): a destination row of the next step to prefetch.
+// Four consecutive output rows of a vertical window of rh >= 4 rows, src[0..rh+2]: the rows
+// all four share are combined once, and the ends through running extrema from each side.
+template <Extremum E, int RH>
+void rect_rows4_fixed(Rvp8u* const* d, const Rvp8u* const* list, int rh_dyn, int i0, int i1) {
+  const int rh = RH > 0 ? RH : rh_dyn;
+  const Rvp8u* s[RH > 0 ? RH + 3 : 1];
+  if constexpr (RH > 0)
+    for (int r = 0; r < RH + 3; ++r) s[r] = list[r];
+  auto at = [&](int r) {
+    if constexpr (RH > 0)
+      return s[r];
+    else
+      return list[r];
+  };
+  Rvp8u* d0 = d[0];
+  Rvp8u* d1 = d[1];
+  Rvp8u* d2 = d[2];
+  Rvp8u* d3 = d[3];
+  auto four = [&](int i) __attribute__((always_inline)) {
+    __m256i mid = V8::load(at(3) + i);
+#pragma GCC unroll 16
+    for (int r = 4; r < rh; ++r) mid = ext8<E>(mid, V8::load(at(r) + i));
+    const __m256i pre2 = V8::load(at(2) + i);
+    const __m256i pre1 = ext8<E>(V8::load(at(1) + i), pre2);
+    const __m256i pre0 = ext8<E>(V8::load(at(0) + i), pre1);
+    const __m256i suf1 = V8::load(at(rh) + i);
+    const __m256i suf2 = ext8<E>(suf1, V8::load(at(rh + 1) + i));
+    const __m256i suf3 = ext8<E>(suf2, V8::load(at(rh + 2) + i));
+    V8::store(d0 + i, ext8<E>(pre0, mid));
+    V8::store(d1 + i, ext8<E>(ext8<E>(pre1, mid), suf1));
+    V8::store(d2 + i, ext8<E>(ext8<E>(pre2, mid), suf2));
+    V8::store(d3 + i, ext8<E>(mid, suf3));
+  };
+  int i = i0;
+  for (; i + 32 <= i1; i += 32) four(i);
+  if (i < i1) four(i1 - 32);
+}
+
+template <Extremum E>
+void rect_rows4(Rvp8u* const* d, const Rvp8u* const* src, int rh, int i0, int i1) {
+  switch (rh) {
+    case 4:
+      return rect_rows4_fixed<E, 4>(d, src, rh, i0, i1);
+    case 5:
+      return rect_rows4_fixed<E, 5>(d, src, rh, i0, i1);
+    case 6:
+      return rect_rows4_fixed<E, 6>(d, src, rh, i0, i1);
+    case 7:
+      return rect_rows4_fixed<E, 7>(d, src, rh, i0, i1);
+    case 15:
+      return rect_rows4_fixed<E, 15>(d, src, rh, i0, i1);
+    default:
+      return rect_rows4_fixed<E, 0>(d, src, rh, i0, i1);
+  }
+}
+
 template <Extremum E, int N>
 void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
                      const Rvp8u* next) {
@@ -236,6 +292,7 @@ constexpr int kRectDirectTaps = 8;
 constexpr int kRectHfirstMax = 3;  // widest and tallest rectangle of the registers-only kernel
 constexpr int kRectMaxWidth = 64;  // widest window the staged path takes
 constexpr int kRectMinInterior = 64;
+constexpr int kRectGroup4 = 8;  // shortest rectangle whose rows go four at a time
 
 // False when the row is too narrow for the staged path (or the window too wide).
 inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L) {
@@ -450,37 +507,39 @@ void rect_hfirst(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int c, c
 
 }  // namespace avx2
 
-// One output row (out1 == nullptr) or two. `src` holds the rectangle's rows (rh, plus one for
-// a pair). v0/v1 and p0/p1 are row buffers of n bytes (not used by hfirst; p0/p1 only with two
-// stages). next0/next1: destination rows of the next step (or null).
+// Output rows y..y+g-1 (g = 1, 2 or 4). `src` holds the source rows rh + g - 1 rows from the
+// rectangle's first; v[0..g-1] and p are row buffers of n bytes (not used by hfirst, which
+// takes g <= 2; p only with two stages); next[k] are destination rows of the next step (or
+// null).
 template <Extremum E>
 void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, int c, int off,
-                   int rw, Rvp8u* out0, Rvp8u* out1, Rvp8u* v0, Rvp8u* v1, Rvp8u* p0,
-                   Rvp8u* p1, const Rvp8u* next0, const Rvp8u* next1) {
+                   int rw, int g, Rvp8u* const* out, Rvp8u* const* v, Rvp8u* p,
+                   const Rvp8u* const* next) {
   const int n = L.n;
   if (L.hfirst) {
-    avx2::rect_hfirst<E>(out0, out1, src, rh, c, L.fin, L.lo, L.hi, next0, next1);
-    rect_hfirst_edges<E>(out0, out1, src, rh, w, c, off, rw, L.left, L.right);
+    Rvp8u* out1 = g == 2 ? out[1] : nullptr;
+    avx2::rect_hfirst<E>(out[0], out1, src, rh, c, L.fin, L.lo, L.hi, next[0], next[1]);
+    rect_hfirst_edges<E>(out[0], out1, src, rh, w, c, off, rw, L.left, L.right);
     return;
   }
-  avx2::rect_rows<E>(v0, out1 ? v1 : nullptr, src, rh, 0, n);
-  const Rvp8u* h0 = v0;
-  const Rvp8u* h1 = v1;
-  if (L.two) {
-    const int p_end = n - L.pre.off[L.pre.count - 1];
-    avx2::rect_taps<E>(p0, v0, L.pre, 0, p_end);
-    if (out1) avx2::rect_taps<E>(p1, v1, L.pre, 0, p_end);
-    h0 = p0;
-    h1 = p1;
+  if (g == 4)
+    avx2::rect_rows4<E>(v, src, rh, 0, n);
+  else
+    avx2::rect_rows<E>(v[0], g == 2 ? v[1] : nullptr, src, rh, 0, n);
+  for (int k = 0; k < g; ++k) {
+    const Rvp8u* h = v[k];
+    if (L.two) {
+      avx2::rect_taps<E>(p, v[k], L.pre, 0, n - L.pre.off[L.pre.count - 1]);
+      h = p;
+    }
+    avx2::rect_taps<E>(out[k], h, L.fin, L.lo, L.hi, next[k]);
+    rect_edges<E>(out[k], v[k], v[k], 0, w, c, off, rw, L.left, L.right);
   }
-  avx2::rect_taps<E>(out0, h0, L.fin, L.lo, L.hi, next0);
-  if (out1) avx2::rect_taps<E>(out1, h1, L.fin, L.lo, L.hi, next1);
-  rect_edges<E>(out0, v0, v0, 0, w, c, off, rw, L.left, L.right);
-  if (out1) rect_edges<E>(out1, v1, v1, 0, w, c, off, rw, L.left, L.right);
 }
 
 // The rectangle kind through the staged path; false (nothing written) when it does not
-// apply. `rows` bordered row buffers of the work area follow the pointer table.
+// apply. `rows` bordered row buffers of the work area follow the pointer table (which holds
+// two pointers per mask row).
 template <Extremum E>
 bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int dstep,
                     uint8_t* work, int rows) {
@@ -490,26 +549,38 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   const int off = -p.rect[2], r0 = p.ay - p.rect[3];
   RectLayout L;
   if (!rect_layout(p.width, c, rw, rh, off, &L)) return false;
-  const int per_row = L.hfirst ? 0 : L.two ? 2 : 1;
-  const bool pairs = rows >= 2 * per_row;
-  if (rows < per_row) return false;
+  // Rows per step: four share the vertical work of tall rectangles best, each needs its own V
+  // buffer (plus one P buffer with two stages).
+  const int extra = L.two ? 1 : 0;
+  int group = 1;
+  if (L.hfirst)
+    group = 2;
+  else if (rh >= kRectGroup4 && rows >= 4 + extra)
+    group = 4;
+  else if (rh >= 2 && rows >= 2 + extra)
+    group = 2;
+  else if (rows < 1 + extra)
+    return false;
   const Rvp8u** table = reinterpret_cast<const Rvp8u**>(work);
   const int64_t rb = bordered_row_bytes(shape);
   auto buf = [&](int k) { return work + table_bytes(shape) + k * rb; };
-  Rvp8u* v0 = per_row ? buf(0) : nullptr;
-  Rvp8u* v1 = per_row && pairs ? buf(1) : nullptr;
-  Rvp8u* p0 = L.two ? buf(pairs ? 2 : 1) : nullptr;
-  Rvp8u* p1 = L.two && pairs ? buf(3) : nullptr;
-  const int adv = pairs ? 2 : 1;
-  for (int y = 0; y < p.height; y += adv) {
-    const bool pair = pairs && y + 1 < p.height;
-    for (int t = 0; t < rh + (pair ? 1 : 0); ++t)
+  Rvp8u* v[4] = {};
+  if (!L.hfirst)
+    for (int k = 0; k < group; ++k) v[k] = buf(k);
+  Rvp8u* pbuf = L.two ? buf(group) : nullptr;
+  for (int y = 0; y < p.height;) {
+    int g = std::min(group, p.height - y);
+    if (g == 3) g = 2;
+    for (int t = 0; t < rh + g - 1; ++t)
       table[t] = row(src, step, std::clamp(y - p.ay + r0 + t, 0, p.height - 1));
-    const int yn = y + adv;
-    rect_rows_out<E>(L, table, rh, p.width, c, off, rw, row(dst, dstep, y),
-                     pair ? row(dst, dstep, y + 1) : nullptr, v0, v1, p0, p1,
-                     yn < p.height ? row(dst, dstep, yn) : nullptr,
-                     pair && yn + 1 < p.height ? row(dst, dstep, yn + 1) : nullptr);
+    Rvp8u* out[4] = {};
+    const Rvp8u* next[4] = {};
+    for (int k = 0; k < g; ++k) {
+      out[k] = row(dst, dstep, y + k);
+      if (y + g + k < p.height) next[k] = row(dst, dstep, y + g + k);
+    }
+    rect_rows_out<E>(L, table, rh, p.width, c, off, rw, g, out, v, pbuf, next);
+    y += g;
   }
   return true;
 }
