@@ -1,18 +1,22 @@
-// The rectangle kind on 8-bit rows, source and destination distinct: one pipelined pass per
-// output row (or pair of rows).
+// The rectangle kind on 8-bit rows when source and destination differ.
 //
 // The rectangle is separable: V is the extremum of the rectangle's source rows (rows mapped by
 // the replicate rule, read in place from the caller's image), and an output pixel x is the
-// extremum of V over columns x+off .. x+off+rw-1, clamped to the row. The row is walked in
-// chunks: V of one chunk goes to a small row buffer while the horizontal window of the
-// previous chunk is taken from it, so source rows, the buffer and the destination row stream
-// through together instead of in separate full-row passes.
+// extremum of V over columns x+off .. x+off+rw-1, clamped to the row.
+//
+//   Up to 3x3 (hfirst): no buffer at all. Per 32-byte block, each source row's window comes
+//     from unaligned loads straight into registers, and the rows in the middle are shared by
+//     the two output rows of a step.
+//   Otherwise: V of two (or, for tall rectangles, four) output rows goes to row buffers in one
+//     pass that shares the rows they have in common; then each output row takes its window
+//     from its buffer. Windows up to kRectDirectTaps wide read every tap; wider ones go
+//     through P, the extremum of `a` consecutive pixels, and then a few P taps spaced `a`
+//     pixels apart (the last one overlapping), so the cost grows with the square root of the
+//     width.
 //
 // Only the pixels whose window lies inside the row (the interior) go through the vector
-// stages; the few whose window is clamped take a running prefix or suffix extremum of V, which
-// is what replicating the edge pixel gives. Wide windows go through two stages: P, the
-// extremum of `a` consecutive pixels, then a handful of P taps spaced `a` pixels apart (the
-// last tap overlapping), so the cost grows with the square root of the width.
+// kernels; the few whose window is clamped take the extremum of the columns that remain,
+// which is what replicating the edge pixel gives.
 #pragma once
 
 #include <immintrin.h>
@@ -293,6 +297,7 @@ constexpr int kRectHfirstMax = 3;  // widest and tallest rectangle of the regist
 constexpr int kRectMaxWidth = 64;  // widest window the staged path takes
 constexpr int kRectMinInterior = 64;
 constexpr int kRectGroup4 = 8;  // shortest rectangle whose rows go four at a time
+constexpr int kRectPrefetchBytes = 8192;
 
 // False when the row is too narrow for the staged path (or the window too wide).
 inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L) {
@@ -568,6 +573,9 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   if (!L.hfirst)
     for (int k = 0; k < group; ++k) v[k] = buf(k);
   Rvp8u* pbuf = L.two ? buf(group) : nullptr;
+  // The next step's destination rows are prefetched while they fit in the first-level cache
+  // next to the source rows and buffers in use; wider rows would only evict those.
+  const bool prefetch = int64_t{group} * L.n <= kRectPrefetchBytes;
   for (int y = 0; y < p.height;) {
     int g = std::min(group, p.height - y);
     if (g == 3) g = 2;
@@ -577,7 +585,7 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
     const Rvp8u* next[4] = {};
     for (int k = 0; k < g; ++k) {
       out[k] = row(dst, dstep, y + k);
-      if (y + g + k < p.height) next[k] = row(dst, dstep, y + g + k);
+      if (prefetch && y + g + k < p.height) next[k] = row(dst, dstep, y + g + k);
     }
     rect_rows_out<E>(L, table, rh, p.width, c, off, rw, g, out, v, pbuf, next);
     y += g;
