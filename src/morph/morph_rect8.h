@@ -4,15 +4,12 @@
 // the replicate rule, read in place from the caller's image), and an output pixel x is the
 // extremum of V over columns x+off .. x+off+rw-1, clamped to the row.
 //
-//   Up to 3x3 (hfirst): no buffer at all. Per 32-byte block, each source row's window comes
-//     from unaligned loads straight into registers, and the rows in the middle are shared by
-//     the two output rows of a step.
-//   Otherwise: V of two (or, for tall rectangles, four) output rows goes to row buffers in one
-//     pass that shares the rows they have in common; then each output row takes its window
-//     from its buffer. Windows up to kRectDirectTaps wide read every tap; wider ones go
-//     through P, the extremum of `a` consecutive pixels, and then a few P taps spaced `a`
-//     pixels apart (the last one overlapping), so the cost grows with the square root of the
-//     width.
+// Per step, V of two (or, for tall rectangles, four) output rows goes to row buffers in one
+// pass over the source rows that combines the rows they have in common once; then each output
+// row takes its horizontal window from its buffer in a second pass, which stays in the
+// first-level cache. Windows up to kRectDirectTaps wide read every tap; wider ones go through
+// P, the extremum of `a` consecutive pixels, and then a few P taps spaced `a` pixels apart
+// (the last one overlapping), so the cost grows with the square root of the width.
 //
 // Only the pixels whose window lies inside the row (the interior) go through the vector
 // kernels; the few whose window is clamped take the extremum of the columns that remain,
@@ -81,14 +78,16 @@ inline __m256i ext8(__m256i a, __m256i b) {
   return vpick<E, Rvp8u>(a, b);
 }
 
-// The kernels cover [i0, i1) (i1 - i0 >= 32) with 32-byte blocks: the output kernels store one
-// block at i0, then blocks at which the output is 32-byte aligned (stores that split a cache
-// line cost twice); a ragged end gets one last block ending at i1. Overlapping blocks
+// The kernels cover [i0, i1) (i1 - i0 >= 32) with 32-byte blocks from i0, except that the
+// window kernel, after its first block, moves to blocks at which the output row is 32-byte
+// aligned (stores that split a cache line cost twice); a ragged end gets one last block ending
+// at i1. Overlapping blocks
 // recompute values already written, which is harmless because no kernel reads what it writes.
 inline int first_aligned(const void* base, int i0) {
   const int mis = int(reinterpret_cast<uintptr_t>(base) + unsigned(i0)) & 31;
   return i0 + (mis == 0 ? 32 : 32 - mis);
 }
+
 template <Extremum E, int RH>
 void rect_rows_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* list, int rh_dyn, int i0, int i1) {
   const int rh = RH > 0 ? RH : rh_dyn;
@@ -210,8 +209,7 @@ void rect_rows4(Rvp8u* const* d, const Rvp8u* const* src, int rh, int i0, int i1
 }
 
 template <Extremum E, int N>
-void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
-                     const Rvp8u* next) {
+void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1, const Rvp8u* next) {
   const Rvp8u* p[N];
   for (int k = 0; k < N; ++k) p[k] = v + t.off[k];
   auto one = [&](int i) __attribute__((always_inline)) {
@@ -255,7 +253,6 @@ void rect_taps(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
 
 }  // namespace avx2
 
-
 // Left and right pixels whose window is clamped by the row ends: the extremum over
 // [max(0, x+off), min(w-1, x+off+rw-1)] as a running prefix (left) or suffix (right). Those
 // windows only reach the first and last rw-1 pixels of V: vl holds V from pixel 0, vr holds V
@@ -286,14 +283,12 @@ struct RectLayout {
   int n;            // bytes of a row
   int lo, hi;       // interior bytes [lo, hi)
   int left, right;  // clamped pixels on each side
-  bool hfirst;      // registers only: each source row's window, then the vertical extremum
   bool two;         // two horizontal stages (P, then taps on P)
   Taps pre;         // P taps on V (two stages only)
-  Taps fin;         // output taps on V or on P (or on the source rows when hfirst)
+  Taps fin;         // output taps on V or on P
 };
 
 constexpr int kRectDirectTaps = 8;
-constexpr int kRectHfirstMax = 3;  // widest and tallest rectangle of the registers-only kernel
 constexpr int kRectMaxWidth = 64;  // widest window the staged path takes
 constexpr int kRectMinInterior = 64;
 constexpr int kRectGroup4 = 8;  // shortest rectangle whose rows go four at a time
@@ -308,10 +303,6 @@ inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L
   L->lo = L->left * c;
   L->hi = L->n - L->right * c;
   if (L->hi - L->lo < kRectMinInterior) return false;
-  // Loads per block of a pair of rows: (rh+1)*rw straight from the source rows, against
-  // rh+1 for V, two stores and 2*rw reloads when V goes through a row buffer; the first is
-  // cheaper up to 3x3, and needs no buffer.
-  L->hfirst = rw <= kRectHfirstMax && rh <= kRectHfirstMax;
   L->two = rw > kRectDirectTaps;
   if (!L->two) {
     L->fin.count = rw;
@@ -329,204 +320,14 @@ inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L
   return true;
 }
 
-namespace ref {
-
-// One output row (d1 == nullptr) or two from the source rows src[0..rh-1] (and src[rh]):
-// interior bytes [i0, i1) through the taps, no edges.
-template <Extremum E>
-void rect_hfirst(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, const Taps& t, int i0,
-                 int i1) {
-  for (int i = i0; i < i1; ++i) {
-    Rvp8u e0 = src[0][i + t.off[0]];
-    for (int r = 0; r < rh; ++r)
-      for (int k = 0; k < t.count; ++k) e0 = pick<E>(e0, src[r][i + t.off[k]]);
-    d0[i] = e0;
-    if (d1 == nullptr) continue;
-    Rvp8u e1 = src[1][i + t.off[0]];
-    for (int r = 1; r <= rh; ++r)
-      for (int k = 0; k < t.count; ++k) e1 = pick<E>(e1, src[r][i + t.off[k]]);
-    d1[i] = e1;
-  }
-}
-
-}  // namespace ref
-
-// The pixels whose window is clamped by the row ends, straight from the source rows (at most
-// kRectHfirstMax - 1 a side): the extremum over columns [max(0, x+off), min(w-1, x+off+rw-1)].
-template <Extremum E, int RH, int C>
-void rect_hfirst_edges_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int w, int off,
-                             int rw, int left, int right) {
-  auto pixel = [&](int x) {
-    const int a = std::clamp(x + off, 0, w - 1), b = std::clamp(x + off + rw - 1, 0, w - 1);
-    for (int ch = 0; ch < C; ++ch) {
-      // Rows 1..RH-1 serve both outputs.
-      Rvp8u mid = src[RH > 1 ? 1 : 0][a * C + ch];
-      for (int r = 1; r < RH; ++r)
-        for (int k = a; k <= b; ++k) mid = pick<E>(mid, src[r][k * C + ch]);
-      Rvp8u e0 = mid;
-      for (int k = a; k <= b; ++k) e0 = pick<E>(e0, src[0][k * C + ch]);
-      d0[x * C + ch] = e0;
-      if (d1 == nullptr) continue;
-      Rvp8u e1 = RH > 1 ? mid : src[RH][a * C + ch];
-      for (int k = a; k <= b; ++k) e1 = pick<E>(e1, src[RH][k * C + ch]);
-      d1[x * C + ch] = e1;
-    }
-  };
-  for (int x = 0; x < left; ++x) pixel(x);
-  for (int x = w - right; x < w; ++x) pixel(x);
-}
-
-template <Extremum E, int RH>
-void rect_hfirst_edges_c(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int w, int c, int off,
-                         int rw, int left, int right) {
-  switch (c) {
-    case 1:
-      return rect_hfirst_edges_fixed<E, RH, 1>(d0, d1, src, w, off, rw, left, right);
-    case 3:
-      return rect_hfirst_edges_fixed<E, RH, 3>(d0, d1, src, w, off, rw, left, right);
-    default:
-      return rect_hfirst_edges_fixed<E, RH, 4>(d0, d1, src, w, off, rw, left, right);
-  }
-}
-
-template <Extremum E>
-void rect_hfirst_edges(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int w, int c,
-                       int off, int rw, int left, int right) {
-  switch (rh) {
-    case 1:
-      return rect_hfirst_edges_c<E, 1>(d0, d1, src, w, c, off, rw, left, right);
-    case 2:
-      return rect_hfirst_edges_c<E, 2>(d0, d1, src, w, c, off, rw, left, right);
-    default:
-      return rect_hfirst_edges_c<E, 3>(d0, d1, src, w, c, off, rw, left, right);
-  }
-}
-
-namespace avx2 {
-
-// As ref::rect_hfirst for taps at off[0] + k*C (k < RW); `next0`/`next1` (may be null) are
-// destination rows of the next step to prefetch.
-template <Extremum E, int RW, int RH, int C>
-void rect_hfirst_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* list, int off0, int i0, int i1,
-                       const Rvp8u* next0, const Rvp8u* next1) {
-  const Rvp8u* s[RH + 1];
-  for (int r = 0; r < RH; ++r) s[r] = list[r] + off0;
-  s[RH] = d1 ? list[RH] + off0 : nullptr;
-  auto hwin = [&](const Rvp8u* p) __attribute__((always_inline)) {
-    __m256i v = V8::load(p);
-#pragma GCC unroll 8
-    for (int k = 1; k < RW; ++k) v = ext8<E>(v, V8::load(p + k * C));
-    return v;
-  };
-  auto mid = [&](int i) __attribute__((always_inline)) {  // rows 1..RH-1, shared by both outputs
-    __m256i c = hwin(s[1] + i);
-#pragma GCC unroll 8
-    for (int r = 2; r < RH; ++r) c = ext8<E>(c, hwin(s[r] + i));
-    return c;
-  };
-  auto one = [&](int i) __attribute__((always_inline)) {
-    if constexpr (RH == 1)
-      V8::store(d0 + i, hwin(s[0] + i));
-    else
-      V8::store(d0 + i, ext8<E>(hwin(s[0] + i), mid(i)));
-  };
-  auto two = [&](int i) __attribute__((always_inline)) {
-    if constexpr (RH == 1) {
-      V8::store(d0 + i, hwin(s[0] + i));
-      V8::store(d1 + i, hwin(s[1] + i));
-    } else {
-      const __m256i c = mid(i);
-      V8::store(d0 + i, ext8<E>(hwin(s[0] + i), c));
-      V8::store(d1 + i, ext8<E>(c, hwin(s[RH] + i)));
-    }
-  };
-  // First block, aligned pairs of blocks, then what is left (the last block may overlap).
-  const int ia = first_aligned(d0, i0);
-  int i = ia;
-  if (d1 == nullptr) {
-    one(i0);
-    for (; i + 64 <= i1; i += 64) {
-      one(i);
-      one(i + 32);
-    }
-  } else {
-    two(i0);
-    for (; i + 64 <= i1; i += 64) {
-      if (next1 != nullptr) {
-        prefetch_for_write(next0 + i);
-        prefetch_for_write(next1 + i);
-      }
-      two(i);
-      two(i + 32);
-    }
-  }
-  for (; i < i1; i += 32) {
-    const int b = std::min(i, i1 - 32);
-    if (d1 == nullptr)
-      one(b);
-    else
-      two(b);
-  }
-}
-
-template <Extremum E, int RW, int RH>
-void rect_hfirst_c(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int c, int off0, int i0, int i1,
-                   const Rvp8u* next0, const Rvp8u* next1) {
-  switch (c) {
-    case 1:
-      return rect_hfirst_fixed<E, RW, RH, 1>(d0, d1, src, off0, i0, i1, next0, next1);
-    case 3:
-      return rect_hfirst_fixed<E, RW, RH, 3>(d0, d1, src, off0, i0, i1, next0, next1);
-    default:
-      return rect_hfirst_fixed<E, RW, RH, 4>(d0, d1, src, off0, i0, i1, next0, next1);
-  }
-}
-
-template <Extremum E, int RW>
-void rect_hfirst_w(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int c, int off0, int i0,
-                   int i1, const Rvp8u* next0, const Rvp8u* next1) {
-  switch (rh) {
-    case 1:
-      return rect_hfirst_c<E, RW, 1>(d0, d1, src, c, off0, i0, i1, next0, next1);
-    case 2:
-      return rect_hfirst_c<E, RW, 2>(d0, d1, src, c, off0, i0, i1, next0, next1);
-    default:
-      return rect_hfirst_c<E, RW, 3>(d0, d1, src, c, off0, i0, i1, next0, next1);
-  }
-}
-
-// rh <= kRectHfirstMax, rw = t.count <= kRectHfirstMax, c in {1, 3, 4}, taps
-// t.off[k] = t.off[0] + k*c.
-template <Extremum E>
-void rect_hfirst(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int c, const Taps& t,
-                 int i0, int i1, const Rvp8u* next0 = nullptr, const Rvp8u* next1 = nullptr) {
-  switch (t.count) {
-    case 1:
-      return rect_hfirst_w<E, 1>(d0, d1, src, rh, c, t.off[0], i0, i1, next0, next1);
-    case 2:
-      return rect_hfirst_w<E, 2>(d0, d1, src, rh, c, t.off[0], i0, i1, next0, next1);
-    default:
-      return rect_hfirst_w<E, 3>(d0, d1, src, rh, c, t.off[0], i0, i1, next0, next1);
-  }
-}
-
-}  // namespace avx2
-
 // Output rows y..y+g-1 (g = 1, 2 or 4). `src` holds the source rows rh + g - 1 rows from the
-// rectangle's first; v[0..g-1] and p are row buffers of n bytes (not used by hfirst, which
-// takes g <= 2; p only with two stages); next[k] are destination rows of the next step (or
-// null).
+// rectangle's first; v[0..g-1] and p are row buffers of n bytes (p only with two stages);
+// next[k] are destination rows of the next step (or null).
 template <Extremum E>
 void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, int c, int off,
                    int rw, int g, Rvp8u* const* out, Rvp8u* const* v, Rvp8u* p,
                    const Rvp8u* const* next) {
   const int n = L.n;
-  if (L.hfirst) {
-    Rvp8u* out1 = g == 2 ? out[1] : nullptr;
-    avx2::rect_hfirst<E>(out[0], out1, src, rh, c, L.fin, L.lo, L.hi, next[0], next[1]);
-    rect_hfirst_edges<E>(out[0], out1, src, rh, w, c, off, rw, L.left, L.right);
-    return;
-  }
   if (g == 4)
     avx2::rect_rows4<E>(v, src, rh, 0, n);
   else
@@ -546,8 +347,8 @@ void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, 
 // apply. `rows` bordered row buffers of the work area follow the pointer table (which holds
 // two pointers per mask row).
 template <Extremum E>
-bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int dstep,
-                    uint8_t* work, int rows) {
+bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int dstep, uint8_t* work,
+                    int rows) {
   const Shape shape{p.width, p.mw, p.mh, p.channels, 1};
   const int c = p.channels;
   const int rw = p.rect[0], rh = p.rect[1];
@@ -558,9 +359,7 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   // buffer (plus one P buffer with two stages).
   const int extra = L.two ? 1 : 0;
   int group = 1;
-  if (L.hfirst)
-    group = 2;
-  else if (rh >= kRectGroup4 && rows >= 4 + extra)
+  if (rh >= kRectGroup4 && rows >= 4 + extra)
     group = 4;
   else if (rh >= 2 && rows >= 2 + extra)
     group = 2;
@@ -570,8 +369,7 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   const int64_t rb = bordered_row_bytes(shape);
   auto buf = [&](int k) { return work + table_bytes(shape) + k * rb; };
   Rvp8u* v[4] = {};
-  if (!L.hfirst)
-    for (int k = 0; k < group; ++k) v[k] = buf(k);
+  for (int k = 0; k < group; ++k) v[k] = buf(k);
   Rvp8u* pbuf = L.two ? buf(group) : nullptr;
   // The next step's destination rows are prefetched while they fit in the first-level cache
   // next to the source rows and buffers in use; wider rows would only evict those.

@@ -43,8 +43,8 @@ constexpr Rvp8u kFill = 0xA5;
 
 // Output buffers with guard bytes around [i0, i1); checks the scalar and vector results agree
 // and that nothing outside the range changed.
-void expect_same_in_range(const std::vector<Rvp8u>& a, const std::vector<Rvp8u>& b, int i0,
-                          int i1, const char* what) {
+void expect_same_in_range(const std::vector<Rvp8u>& a, const std::vector<Rvp8u>& b, int i0, int i1,
+                          const char* what) {
   for (size_t i = 0; i < a.size(); ++i) {
     const bool inside = int(i) >= i0 && int(i) < i1;
     ASSERT_EQ(a[i], b[i]) << what << " at " << i;
@@ -106,40 +106,12 @@ void horizontal_kernels(std::mt19937& rng) {
   }
 }
 
-template <Extremum E>
-void register_kernel(std::mt19937& rng) {
-  for (int trial = 0; trial < 400; ++trial) {
-    const int c = std::array<int, 3>{1, 3, 4}[uni(rng, 0, 2)];
-    const int rw = uni(rng, 1, m::kRectHfirstMax), rh = uni(rng, 1, m::kRectHfirstMax);
-    const int n = uni(rng, 32, 300);
-    const int margin = 3 * c + 4;
-    m::Taps t{rw, {}};
-    const int off0 = uni(rng, -margin, margin - (rw - 1) * c);
-    for (int k = 0; k < rw; ++k) t.off[k] = off0 + k * c;
-    Rows src(rng, rh + 1, n + 2 * margin);
-    std::vector<const Rvp8u*> rows(src.ptr);
-    for (auto& r : rows) r += margin;
-    const int i0 = uni(rng, 0, n - 32), i1 = uni(rng, i0 + 32, n);
-    const bool pair = trial % 2 == 0;
-    const int shift = uni(rng, 0, 31);
-    std::vector<Rvp8u> w0(size_t(n) + 32, kFill), w1(w0), g0(w0), g1(w0), next(w0);
-    m::ref::rect_hfirst<E>(w0.data() + shift, pair ? w1.data() + shift : nullptr, rows.data(), rh,
-                           t, i0, i1);
-    m::avx2::rect_hfirst<E>(g0.data() + shift, pair ? g1.data() + shift : nullptr, rows.data(),
-                            rh, c, t, i0, i1, next.data(), next.data());
-    expect_same_in_range(w0, g0, i0 + shift, i1 + shift, "hfirst row 0");
-    if (pair) expect_same_in_range(w1, g1, i0 + shift, i1 + shift, "hfirst row 1");
-  }
-}
-
 TEST(MorphRect8, VectorKernelsMatchScalar) {
   std::mt19937 rng(31);
   vertical_kernels<Extremum::Max>(rng);
   vertical_kernels<Extremum::Min>(rng);
   horizontal_kernels<Extremum::Max>(rng);
   horizontal_kernels<Extremum::Min>(rng);
-  register_kernel<Extremum::Max>(rng);
-  register_kernel<Extremum::Min>(rng);
 }
 
 // The reference of the whole rectangle: rows y - ay .. y - ay + rh - 1 of the rectangle's
@@ -190,21 +162,20 @@ TEST(MorphRect8, WholePathMatchesClampedRectangle) {
     std::vector<Rvp8u> dst(size_t(step) * h + 1, kFill);
     for (Extremum e : {Extremum::Max, Extremum::Min}) {
       std::fill(dst.begin(), dst.end(), kFill);
-      const bool ran = e == Extremum::Max ? m::run_rect_fused<Extremum::Max>(
-                                                p, src.data(), step, dst.data(), step, wk, rows)
-                                          : m::run_rect_fused<Extremum::Min>(
-                                                p, src.data(), step, dst.data(), step, wk, rows);
+      const bool ran =
+          e == Extremum::Max
+              ? m::run_rect_fused<Extremum::Max>(p, src.data(), step, dst.data(), step, wk, rows)
+              : m::run_rect_fused<Extremum::Min>(p, src.data(), step, dst.data(), step, wk, rows);
       if (!ran) {
         // Declined: nothing written.
         ASSERT_TRUE(std::all_of(dst.begin(), dst.end(), [](Rvp8u v) { return v == kFill; }));
         continue;
       }
       ++staged;
-      const auto want = e == Extremum::Max
-                            ? brute<Extremum::Max>(src.data(), step, w, h, c, rw, rh, ax - c0,
-                                                   ay - r0)
-                            : brute<Extremum::Min>(src.data(), step, w, h, c, rw, rh, ax - c0,
-                                                   ay - r0);
+      const auto want =
+          e == Extremum::Max
+              ? brute<Extremum::Max>(src.data(), step, w, h, c, rw, rh, ax - c0, ay - r0)
+              : brute<Extremum::Min>(src.data(), step, w, h, c, rw, rh, ax - c0, ay - r0);
       for (int y = 0; y < h; ++y) {
         for (int x = 0; x < w * c; ++x)
           ASSERT_EQ(dst[size_t(y) * step + x], want[size_t(y) * w * c + x])
@@ -241,10 +212,9 @@ TEST(MorphRect8, GuardedExportsMatchClampedRectangle) {
                    : rvpiFilterMaxGetBufferSize_8u_C1R(w, {mw, mh}, &bs),
                 0);
       rvpt::GuardedBuffer buf(size_t(bs) + 1, rvpt::Guard::After);
-      auto f = c3 ? (dilate ? rvpiFilterMaxBorderReplicate_8u_C3R
-                            : rvpiFilterMinBorderReplicate_8u_C3R)
-                  : (dilate ? rvpiFilterMaxBorderReplicate_8u_C1R
-                            : rvpiFilterMinBorderReplicate_8u_C1R);
+      auto f =
+          c3 ? (dilate ? rvpiFilterMaxBorderReplicate_8u_C3R : rvpiFilterMinBorderReplicate_8u_C3R)
+             : (dilate ? rvpiFilterMaxBorderReplicate_8u_C1R : rvpiFilterMinBorderReplicate_8u_C1R);
       ASSERT_EQ(f(src.ptr(), step, dst.ptr(), step, {w, h}, {mw, mh}, a, buf.data() + 1), 0);
       const auto want = dilate ? brute<Extremum::Max>(src.ptr(), step, w, h, c, mw, mh, a.x, a.y)
                                : brute<Extremum::Min>(src.ptr(), step, w, h, c, mw, mh, a.x, a.y);
