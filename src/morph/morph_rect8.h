@@ -292,6 +292,10 @@ constexpr int kRectDirectTaps = 8;
 constexpr int kRectMaxWidth = 64;  // widest window the staged path takes
 constexpr int kRectMinInterior = 64;
 constexpr int kRectGroup4 = 8;  // shortest rectangle whose rows go four at a time
+// Short rectangles take two output rows a step only while the source rows, V buffers and
+// destination rows of a step stay in the first-level cache; otherwise the reloads from the
+// next level cost more than the shared vertical work saves.
+constexpr int64_t kRectPairBytes = 40 * 1024;
 constexpr int kRectPrefetchBytes = 8192;
 
 // False when the row is too narrow for the staged path (or the window too wide).
@@ -355,13 +359,13 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   const int off = -p.rect[2], r0 = p.ay - p.rect[3];
   RectLayout L;
   if (!rect_layout(p.width, c, rw, rh, off, &L)) return false;
-  // Rows per step: four share the vertical work of tall rectangles best, each needs its own V
-  // buffer (plus one P buffer with two stages).
+  // Rows per step: four share the vertical work of tall rectangles best, two that of short
+  // ones on narrow rows; each needs its own V buffer (plus one P buffer with two stages).
   const int extra = L.two ? 1 : 0;
   int group = 1;
   if (rh >= kRectGroup4 && rows >= 4 + extra)
     group = 4;
-  else if (rh >= 2 && rows >= 2 + extra)
+  else if (rh >= 2 && rows >= 2 + extra && (int64_t{rh} + 5) * L.n <= kRectPairBytes)
     group = 2;
   else if (rows < 1 + extra)
     return false;
