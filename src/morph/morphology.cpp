@@ -8,6 +8,7 @@
 #include "core/scratch.h"
 #include "filter/border.h"
 #include "morph/morph_engine.h"
+#include "morph/morph_rect8.h"
 #include "morph/morph_state.h"
 #include "rvpcv.h"
 
@@ -138,6 +139,11 @@ void process(const T* src, int srcStep, T* dst, int dstStep, RvpiSize roi, int b
     const StreamSink<T> streamed{dst, dstStep, roi.width * C, spare3};
     const PlainSink<T> plain{dst, dstStep};
     const bool direct = p.kind == kRect && static_cast<const void*>(src) != dst;
+    if constexpr (std::is_same_v<T, Rvp8u>) {
+      // Every row of the work area is free when rows are not staged for streaming.
+      if (direct && !stream && run_rect_fused<E>(p, src, srcStep, dst, dstStep, work, p.mh + 2))
+        return;
+    }
     const PlainRows<T> rows(src, srcStep, roi, C, b, left, right);
     if (direct && stream)
       run_rect_direct<E, T>(p, src, srcStep, streamed, work);
@@ -212,6 +218,10 @@ RvpStatus filter_rect(const T* pSrc, int srcStep, T* pDst, int dstStep, RvpiSize
       nullptr};
   ScratchCarver carver(pBuffer);
   if (static_cast<const void*>(pSrc) != pDst) {
+    if constexpr (std::is_same_v<T, Rvp8u>) {
+      if (run_rect_fused<E>(p, pSrc, srcStep, pDst, dstStep, carver.take<uint8_t>(0), p.mh))
+        return rvpStsNoErr;
+    }
     run_rect_direct<E, T>(p, pSrc, srcStep, PlainSink<T>{pDst, dstStep}, carver.take<uint8_t>(0));
     return rvpStsNoErr;
   }
