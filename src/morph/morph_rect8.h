@@ -41,6 +41,12 @@ inline void prefetch_for_write(const void* p) {
   asm volatile("prefetchw %0" : : "m"(*static_cast<const char*>(p)));
 }
 
+// Source rows that the next step reads for the first time go to the second-level cache ahead
+// of the vertical pass that needs them.
+inline void prefetch_to_l2(const void* p) {
+  _mm_prefetch(static_cast<const char*>(p), _MM_HINT_T1);
+}
+
 namespace ref {
 
 // Vertical extremum of one (d1 == nullptr) or two consecutive output rows over [i0, i1):
@@ -151,7 +157,6 @@ void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, in
   }
 }
 
-// `next` (may be null): a destination row of the next step to prefetch.
 // Four consecutive output rows of a vertical window of rh >= 4 rows, src[0..rh+2]: the rows
 // all four share are combined once, and the ends through running extrema from each side.
 template <Extremum E, int RH>
@@ -209,7 +214,8 @@ void rect_rows4(Rvp8u* const* d, const Rvp8u* const* src, int rh, int i0, int i1
 }
 
 template <Extremum E, int N>
-void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1, const Rvp8u* next) {
+void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1, const Rvp8u* next,
+                     const Rvp8u* ahead) {
   const Rvp8u* p[N];
   for (int k = 0; k < N; ++k) p[k] = v + t.off[k];
   auto one = [&](int i) __attribute__((always_inline)) {
@@ -222,32 +228,35 @@ void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1, 
   int i = first_aligned(out, i0);
   for (; i + 64 <= i1; i += 64) {
     if (next != nullptr) prefetch_for_write(next + i);
+    if (ahead != nullptr) prefetch_to_l2(ahead + i);
     one(i);
     one(i + 32);
   }
   for (; i < i1; i += 32) one(std::min(i, i1 - 32));
 }
 
+// `next` (may be null): a destination row of the next step to prefetch for writing; `ahead`
+// (may be null): a source row to prefetch into the second-level cache.
 template <Extremum E>
 void rect_taps(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
-               const Rvp8u* next = nullptr) {
+               const Rvp8u* next = nullptr, const Rvp8u* ahead = nullptr) {
   switch (t.count) {
     case 1:
-      return rect_taps_fixed<E, 1>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 1>(out, v, t, i0, i1, next, ahead);
     case 2:
-      return rect_taps_fixed<E, 2>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 2>(out, v, t, i0, i1, next, ahead);
     case 3:
-      return rect_taps_fixed<E, 3>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 3>(out, v, t, i0, i1, next, ahead);
     case 4:
-      return rect_taps_fixed<E, 4>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 4>(out, v, t, i0, i1, next, ahead);
     case 5:
-      return rect_taps_fixed<E, 5>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 5>(out, v, t, i0, i1, next, ahead);
     case 6:
-      return rect_taps_fixed<E, 6>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 6>(out, v, t, i0, i1, next, ahead);
     case 7:
-      return rect_taps_fixed<E, 7>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 7>(out, v, t, i0, i1, next, ahead);
     default:
-      return rect_taps_fixed<E, 8>(out, v, t, i0, i1, next);
+      return rect_taps_fixed<E, 8>(out, v, t, i0, i1, next, ahead);
   }
 }
 
@@ -278,6 +287,9 @@ void rect_edges(Rvp8u* out, const Rvp8u* vl, const Rvp8u* vr, int rbase, int w, 
   }
 }
 
+constexpr int kRectDirectTaps = 8;
+constexpr int kRectEdgeTaps = kRectDirectTaps;
+
 // Geometry of the horizontal stages of one call.
 struct RectLayout {
   int n;            // bytes of a row
@@ -286,9 +298,13 @@ struct RectLayout {
   bool two;         // two horizontal stages (P, then taps on P)
   Taps pre;         // P taps on V (two stages only)
   Taps fin;         // output taps on V or on P
+  // One-stage windows whose clamped bytes fit in 16 on a side take those 16 bytes with byte
+  // shuffles: tap k of a shift reaching past the row end reads V's first (or last) 16 bytes
+  // through edge_idx[0][k] (or edge_idx[1][k]), which repeats the edge pixel of each channel.
+  bool edge_vec[2];
+  alignas(16) uint8_t edge_idx[2][kRectEdgeTaps][16];
 };
 
-constexpr int kRectDirectTaps = 8;
 constexpr int kRectMaxWidth = 64;  // widest window the staged path takes
 constexpr int kRectMinInterior = 64;
 constexpr int kRectGroup4 = 8;  // shortest rectangle whose rows go four at a time
@@ -297,6 +313,8 @@ constexpr int kRectGroup4 = 8;  // shortest rectangle whose rows go four at a ti
 // next level cost more than the shared vertical work saves.
 constexpr int64_t kRectPairBytes = 40 * 1024;
 constexpr int kRectPrefetchBytes = 8192;
+constexpr int kRectAheadBytes = 4096;
+constexpr int kRectAheadRows = 4;
 
 // False when the row is too narrow for the staged path (or the window too wide).
 inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L) {
@@ -308,9 +326,22 @@ inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L
   L->hi = L->n - L->right * c;
   if (L->hi - L->lo < kRectMinInterior) return false;
   L->two = rw > kRectDirectTaps;
+  L->edge_vec[0] = L->edge_vec[1] = false;
   if (!L->two) {
     L->fin.count = rw;
     for (int j = 0; j < rw; ++j) L->fin.off[j] = (off + j) * c;
+    L->edge_vec[0] = L->left > 0 && L->lo <= 16;
+    L->edge_vec[1] = L->right > 0 && L->right * c <= 16;
+    for (int k = 0; k < rw; ++k) {
+      const int sh = L->fin.off[k];
+      for (int j = 0; j < 16; ++j) {
+        // Left block [0, 16): bytes before the row read pixel 0 of their channel.
+        L->edge_idx[0][k][j] = uint8_t(j + sh >= 0 ? j + sh : j % c);
+        // Right block [n - 16, n): bytes past the row read the last pixel of their channel.
+        const int ch = ((j - 16) % c + c) % c;
+        L->edge_idx[1][k][j] = uint8_t(j + sh <= 15 ? j + sh : 16 - c + ch);
+      }
+    }
   } else {
     int a = 2;
     while (a * a < rw) ++a;
@@ -324,13 +355,62 @@ inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L
   return true;
 }
 
+namespace avx2 {
+
+template <Extremum E>
+inline __m128i ext16(__m128i a, __m128i b) {
+  if constexpr (E == Extremum::Max)
+    return _mm_max_epu8(a, b);
+  else
+    return _mm_min_epu8(a, b);
+}
+
+// The clamped pixels of a one-stage window (L.edge_vec): the first and last 16 bytes of the
+// output row from V. Interior bytes among them get the value the interior kernel gives them.
+template <Extremum E>
+void rect_edges(Rvp8u* out, const Rvp8u* v, const RectLayout& L) {
+  const int n = L.n;
+  const Taps& t = L.fin;
+  auto ld = [](const Rvp8u* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); };
+  auto idx = [&](int side, int k) {
+    return _mm_load_si128(reinterpret_cast<const __m128i*>(L.edge_idx[side][k]));
+  };
+  if (L.edge_vec[0]) {
+    const __m128i first = ld(v);
+    __m128i e = t.off[0] < 0 ? _mm_shuffle_epi8(first, idx(0, 0)) : ld(v + t.off[0]);
+    for (int k = 1; k < t.count; ++k)
+      e = ext16<E>(e, t.off[k] < 0 ? _mm_shuffle_epi8(first, idx(0, k)) : ld(v + t.off[k]));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), e);
+  }
+  if (L.edge_vec[1]) {
+    const Rvp8u* b = v + n - 16;
+    const __m128i last = ld(b);
+    __m128i e = t.off[0] > 0 ? _mm_shuffle_epi8(last, idx(1, 0)) : ld(b + t.off[0]);
+    for (int k = 1; k < t.count; ++k)
+      e = ext16<E>(e, t.off[k] > 0 ? _mm_shuffle_epi8(last, idx(1, k)) : ld(b + t.off[k]));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + n - 16), e);
+  }
+}
+
+}  // namespace avx2
+
+// The clamped pixels of one output row from its V: by shuffles where the layout allows,
+// by running extrema otherwise. After the interior kernel, which the shuffled bytes overlap.
+template <Extremum E>
+void rect_edges_row(Rvp8u* out, const Rvp8u* v, const RectLayout& L, int w, int c, int off,
+                    int rw) {
+  avx2::rect_edges<E>(out, v, L);
+  rect_edges<E>(out, v, v, 0, w, c, off, rw, L.edge_vec[0] ? 0 : L.left,
+                L.edge_vec[1] ? 0 : L.right);
+}
+
 // Output rows y..y+g-1 (g = 1, 2 or 4). `src` holds the source rows rh + g - 1 rows from the
 // rectangle's first; v[0..g-1] and p are row buffers of n bytes (p only with two stages);
-// next[k] are destination rows of the next step (or null).
+// next[k] are destination rows of the next step, ahead[k] source rows it reads first (or null).
 template <Extremum E>
 void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, int c, int off,
                    int rw, int g, Rvp8u* const* out, Rvp8u* const* v, Rvp8u* p,
-                   const Rvp8u* const* next) {
+                   const Rvp8u* const* next, const Rvp8u* const* ahead) {
   const int n = L.n;
   if (g == 4)
     avx2::rect_rows4<E>(v, src, rh, 0, n);
@@ -342,8 +422,8 @@ void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, 
       avx2::rect_taps<E>(p, v[k], L.pre, 0, n - L.pre.off[L.pre.count - 1]);
       h = p;
     }
-    avx2::rect_taps<E>(out[k], h, L.fin, L.lo, L.hi, next[k]);
-    rect_edges<E>(out[k], v[k], v[k], 0, w, c, off, rw, L.left, L.right);
+    avx2::rect_taps<E>(out[k], h, L.fin, L.lo, L.hi, next[k], ahead[k]);
+    rect_edges_row<E>(out[k], v[k], L, w, c, off, rw);
   }
 }
 
@@ -378,6 +458,10 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   // The next step's destination rows are prefetched while they fit in the first-level cache
   // next to the source rows and buffers in use; wider rows would only evict those.
   const bool prefetch = int64_t{group} * L.n <= kRectPrefetchBytes;
+  // The new source rows of the next step are prefetched on short rows under windows of four
+  // rows or more; on longer rows, or when a step is short, the hardware prefetch does as well
+  // and the extra requests only compete with it.
+  const bool ahead_src = L.n <= kRectAheadBytes && rh >= kRectAheadRows;
   for (int y = 0; y < p.height;) {
     int g = std::min(group, p.height - y);
     if (g == 3) g = 2;
@@ -385,11 +469,15 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
       table[t] = row(src, step, std::clamp(y - p.ay + r0 + t, 0, p.height - 1));
     Rvp8u* out[4] = {};
     const Rvp8u* next[4] = {};
+    const Rvp8u* ahead[4] = {};
     for (int k = 0; k < g; ++k) {
       out[k] = row(dst, dstep, y + k);
       if (prefetch && y + g + k < p.height) next[k] = row(dst, dstep, y + g + k);
+      // Row k of the next step's g new source rows (it follows this step's rh + g - 1).
+      const int s = y + g - p.ay + r0 + rh - 1 + k;
+      if (ahead_src && s >= 0 && s < p.height) ahead[k] = row(src, step, s);
     }
-    rect_rows_out<E>(L, table, rh, p.width, c, off, rw, g, out, v, pbuf, next);
+    rect_rows_out<E>(L, table, rh, p.width, c, off, rw, g, out, v, pbuf, next, ahead);
     y += g;
   }
   return true;
