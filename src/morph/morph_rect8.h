@@ -64,6 +64,17 @@ void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, in
   }
 }
 
+// Q of one output row over [0, n - c): e(V[i], V[i + c]), V from src[0..rh-1].
+template <Extremum E>
+void rect_rows_pair(Rvp8u* q, const Rvp8u* const* src, int rh, int c, int n) {
+  auto v = [&](int i) {
+    Rvp8u e = src[0][i];
+    for (int r = 1; r < rh; ++r) e = pick<E>(e, src[r][i]);
+    return e;
+  };
+  for (int i = 0; i + c < n; ++i) q[i] = pick<E>(v(i), v(i + c));
+}
+
 template <Extremum E>
 void rect_taps(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1) {
   for (int i = i0; i < i1; ++i) {
@@ -154,6 +165,71 @@ void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, in
       return rect_rows_fixed<E, 7>(d0, d1, src, rh, i0, i1);
     default:
       return rect_rows_fixed<E, 0>(d0, d1, src, rh, i0, i1);
+  }
+}
+
+// Bytes C..C+31 of the 64 bytes cur:nxt.
+template <int C>
+inline __m256i shift_in(__m256i cur, __m256i nxt) {
+  return _mm256_alignr_epi8(_mm256_permute2x128_si256(cur, nxt, 0x21), cur, C);
+}
+
+// Q[i] = e(V[i], V[i + C]) over [0, n - C) for one output row, V being the vertical extremum
+// of list[0..RH-1]; each block's V comes from registers with the next block's.
+template <Extremum E, int RH, int C>
+void rect_rows_pair_fixed(Rvp8u* q, const Rvp8u* const* list, int n) {
+  const Rvp8u* s[RH];
+  for (int r = 0; r < RH; ++r) s[r] = list[r];
+  auto vert = [&](int i) __attribute__((always_inline)) {
+    __m256i v = V8::load(s[0] + i);
+#pragma GCC unroll 8
+    for (int r = 1; r < RH; ++r) v = ext8<E>(v, V8::load(s[r] + i));
+    return v;
+  };
+  const int end = n - C;
+  __m256i cur = vert(0);
+  int i = 0;
+  for (; i + 64 <= n; i += 32) {
+    const __m256i nxt = vert(i + 32);
+    V8::store(q + i, ext8<E>(cur, shift_in<C>(cur, nxt)));
+    cur = nxt;
+  }
+  for (; i < end; i += 32) {
+    const int b = std::min(i, end - 32);
+    V8::store(q + b, ext8<E>(vert(b), vert(b + C)));
+  }
+}
+
+template <Extremum E, int RH>
+void rect_rows_pair_c(Rvp8u* q, const Rvp8u* const* list, int c, int n) {
+  switch (c) {
+    case 1:
+      return rect_rows_pair_fixed<E, RH, 1>(q, list, n);
+    case 3:
+      return rect_rows_pair_fixed<E, RH, 3>(q, list, n);
+    default:
+      return rect_rows_pair_fixed<E, RH, 4>(q, list, n);
+  }
+}
+
+// rh <= 7, c in {1, 3, 4}, n >= 64.
+template <Extremum E>
+void rect_rows_pair(Rvp8u* q, const Rvp8u* const* list, int rh, int c, int n) {
+  switch (rh) {
+    case 1:
+      return rect_rows_pair_c<E, 1>(q, list, c, n);
+    case 2:
+      return rect_rows_pair_c<E, 2>(q, list, c, n);
+    case 3:
+      return rect_rows_pair_c<E, 3>(q, list, c, n);
+    case 4:
+      return rect_rows_pair_c<E, 4>(q, list, c, n);
+    case 5:
+      return rect_rows_pair_c<E, 5>(q, list, c, n);
+    case 6:
+      return rect_rows_pair_c<E, 6>(q, list, c, n);
+    default:
+      return rect_rows_pair_c<E, 7>(q, list, c, n);
   }
 }
 
@@ -302,6 +378,11 @@ struct RectLayout {
   // shuffles: tap k of a shift reaching past the row end reads V's first (or last) 16 bytes
   // through edge_idx[0][k] (or edge_idx[1][k]), which repeats the edge pixel of each channel.
   bool edge_vec[2];
+  // One-stage windows of two or more pixels on rows that go one at a time take Q, the
+  // extremum of each pixel and the next, straight from the vertical pass (the shifted copy of V
+  // comes from registers), and then half as many taps on Q as they would on V.
+  bool pairs;
+  Taps qfin;
   alignas(16) uint8_t edge_idx[2][kRectEdgeTaps][16];
 };
 
@@ -315,6 +396,7 @@ constexpr int64_t kRectPairBytes = 40 * 1024;
 constexpr int kRectPrefetchBytes = 8192;
 constexpr int kRectAheadBytes = 4096;
 constexpr int kRectAheadRows = 4;
+constexpr int kRectPairRows = 7;  // tallest window whose Q pass is unrolled
 
 // False when the row is too narrow for the staged path (or the window too wide).
 inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L) {
@@ -327,9 +409,13 @@ inline bool rect_layout(int width, int c, int rw, int rh, int off, RectLayout* L
   if (L->hi - L->lo < kRectMinInterior) return false;
   L->two = rw > kRectDirectTaps;
   L->edge_vec[0] = L->edge_vec[1] = false;
+  L->pairs = !L->two && rw >= 2 && (c == 1 || c == 3 || c == 4);
   if (!L->two) {
     L->fin.count = rw;
     for (int j = 0; j < rw; ++j) L->fin.off[j] = (off + j) * c;
+    L->qfin.count = (rw + 1) / 2;
+    for (int m = 0; m + 1 < L->qfin.count; ++m) L->qfin.off[m] = (off + 2 * m) * c;
+    L->qfin.off[L->qfin.count - 1] = (off + rw - 2) * c;
     L->edge_vec[0] = L->left > 0 && L->lo <= 16;
     L->edge_vec[1] = L->right > 0 && L->right * c <= 16;
     for (int k = 0; k < rw; ++k) {
@@ -405,13 +491,23 @@ void rect_edges_row(Rvp8u* out, const Rvp8u* v, const RectLayout& L, int w, int 
 }
 
 // Output rows y..y+g-1 (g = 1, 2 or 4). `src` holds the source rows rh + g - 1 rows from the
-// rectangle's first; v[0..g-1] and p are row buffers of n bytes (p only with two stages);
+// rectangle's first; v[0..g-1] and p are row buffers of n bytes (p with two stages, or for Q;
+// may be null otherwise);
 // next[k] are destination rows of the next step, ahead[k] source rows it reads first (or null).
 template <Extremum E>
 void rect_rows_out(const RectLayout& L, const Rvp8u* const* src, int rh, int w, int c, int off,
                    int rw, int g, Rvp8u* const* out, Rvp8u* const* v, Rvp8u* p,
                    const Rvp8u* const* next, const Rvp8u* const* ahead) {
   const int n = L.n;
+  if (g == 1 && L.pairs && rh <= kRectPairRows && p != nullptr) {
+    avx2::rect_rows_pair<E>(p, src, rh, c, n);
+    // V itself only where the clamped pixels at both ends read it.
+    avx2::rect_rows<E>(v[0], nullptr, src, rh, 0, 64);
+    avx2::rect_rows<E>(v[0], nullptr, src, rh, n - 64, n);
+    avx2::rect_taps<E>(out[0], p, L.qfin, L.lo, L.hi, next[0], ahead[0]);
+    rect_edges_row<E>(out[0], v[0], L, w, c, off, rw);
+    return;
+  }
   if (g == 4)
     avx2::rect_rows4<E>(v, src, rh, 0, n);
   else
@@ -454,7 +550,8 @@ bool run_rect_fused(const Plan& p, const Rvp8u* src, int step, Rvp8u* dst, int d
   auto buf = [&](int k) { return work + table_bytes(shape) + k * rb; };
   Rvp8u* v[4] = {};
   for (int k = 0; k < group; ++k) v[k] = buf(k);
-  Rvp8u* pbuf = L.two ? buf(group) : nullptr;
+  // P of two stages, or Q of single rows when a buffer is left for it.
+  Rvp8u* pbuf = L.two || rows > group ? buf(group) : nullptr;
   // The next step's destination rows are prefetched while they fit in the first-level cache
   // next to the source rows and buffers in use; wider rows would only evict those.
   const bool prefetch = int64_t{group} * L.n <= kRectPrefetchBytes;

@@ -86,6 +86,22 @@ void vertical_kernels(std::mt19937& rng) {
   }
 }
 
+// Q (each pixel's vertical extremum with the next pixel's): every channel count, over rows
+// whose length is not a multiple of the block, nothing written at or past n - c.
+template <Extremum E>
+void pair_kernels(std::mt19937& rng) {
+  for (int trial = 0; trial < 300; ++trial) {
+    const int rh = uni(rng, 1, 7);
+    const int c = std::array<int, 3>{1, 3, 4}[trial % 3];
+    const int n = uni(rng, 64, 300);
+    Rows src(rng, rh, n);
+    std::vector<Rvp8u> want(size_t(n) + 32, kFill), got(size_t(n) + 32, kFill);
+    m::ref::rect_rows_pair<E>(want.data(), src.ptr.data(), rh, c, n);
+    m::avx2::rect_rows_pair<E>(got.data(), src.ptr.data(), rh, c, n);
+    expect_same_in_range(want, got, 0, n - c, "pairs");
+  }
+}
+
 template <Extremum E>
 void horizontal_kernels(std::mt19937& rng) {
   for (int trial = 0; trial < 400; ++trial) {
@@ -134,6 +150,8 @@ TEST(MorphRect8, VectorKernelsMatchScalar) {
   std::mt19937 rng(31);
   vertical_kernels<Extremum::Max>(rng);
   vertical_kernels<Extremum::Min>(rng);
+  pair_kernels<Extremum::Max>(rng);
+  pair_kernels<Extremum::Min>(rng);
   horizontal_kernels<Extremum::Max>(rng);
   horizontal_kernels<Extremum::Min>(rng);
   int shuffled = 0;
