@@ -86,6 +86,22 @@ void vertical_kernels(std::mt19937& rng) {
   }
 }
 
+// Q (each pixel's vertical extremum with the next pixel's): every channel count, over rows
+// whose length is not a multiple of the block, nothing written at or past n - c.
+template <Extremum E>
+void pair_kernels(std::mt19937& rng) {
+  for (int trial = 0; trial < 300; ++trial) {
+    const int rh = uni(rng, 1, 7);
+    const int c = std::array<int, 3>{1, 3, 4}[trial % 3];
+    const int n = uni(rng, 64, 300);
+    Rows src(rng, rh, n);
+    std::vector<Rvp8u> want(size_t(n) + 32, kFill), got(size_t(n) + 32, kFill);
+    m::ref::rect_rows_pair<E>(want.data(), src.ptr.data(), rh, c, n);
+    m::avx2::rect_rows_pair<E>(got.data(), src.ptr.data(), rh, c, n);
+    expect_same_in_range(want, got, 0, n - c, "pairs");
+  }
+}
+
 template <Extremum E>
 void horizontal_kernels(std::mt19937& rng) {
   for (int trial = 0; trial < 400; ++trial) {
@@ -101,8 +117,32 @@ void horizontal_kernels(std::mt19937& rng) {
         next(size_t(n) + 32, 0);
     m::ref::rect_taps<E>(want.data() + shift, v.data() + margin, t, i0, i1);
     m::avx2::rect_taps<E>(got.data() + shift, v.data() + margin, t, i0, i1,
-                          trial % 2 ? next.data() : nullptr);
+                          trial % 2 ? next.data() : nullptr, trial % 3 ? v.data() : nullptr);
     expect_same_in_range(want, got, i0 + shift, i1 + shift, "taps");
+  }
+}
+
+// The clamped pixels of a row: the interior from the scalar taps, then the edges by the
+// shuffled form (where the layout allows it) against the running extrema alone, over whole
+// rows with guard bytes on both sides. Anchors inside and outside the window.
+template <Extremum E>
+void edge_kernels(std::mt19937& rng, int* shuffled) {
+  for (int trial = 0; trial < 600; ++trial) {
+    const int c = std::array<int, 3>{1, 3, 4}[trial % 3];
+    const int rw = uni(rng, 1, 8), rh = 1;
+    const int off = uni(rng, -rw - 2, 2);
+    const int w = uni(rng, 1, 160);
+    m::RectLayout L;
+    if (!m::rect_layout(w, c, rw, rh, off, &L)) continue;
+    const int n = L.n, margin = 32;
+    const std::vector<Rvp8u> v = noise(rng, size_t(n));
+    std::vector<Rvp8u> want(size_t(n) + 2 * margin, kFill), got = want;
+    m::ref::rect_taps<E>(want.data() + margin, v.data(), L.fin, L.lo, L.hi);
+    m::ref::rect_taps<E>(got.data() + margin, v.data(), L.fin, L.lo, L.hi);
+    m::rect_edges<E>(want.data() + margin, v.data(), v.data(), 0, w, c, off, rw, L.left, L.right);
+    m::rect_edges_row<E>(got.data() + margin, v.data(), L, w, c, off, rw);
+    *shuffled += L.edge_vec[0] + L.edge_vec[1];
+    ASSERT_EQ(want, got) << "c" << c << " rw " << rw << " off " << off << " w " << w;
   }
 }
 
@@ -110,8 +150,14 @@ TEST(MorphRect8, VectorKernelsMatchScalar) {
   std::mt19937 rng(31);
   vertical_kernels<Extremum::Max>(rng);
   vertical_kernels<Extremum::Min>(rng);
+  pair_kernels<Extremum::Max>(rng);
+  pair_kernels<Extremum::Min>(rng);
   horizontal_kernels<Extremum::Max>(rng);
   horizontal_kernels<Extremum::Min>(rng);
+  int shuffled = 0;
+  edge_kernels<Extremum::Max>(rng, &shuffled);
+  edge_kernels<Extremum::Min>(rng, &shuffled);
+  EXPECT_GT(shuffled, 600);
 }
 
 // The reference of the whole rectangle: rows y - ay .. y - ay + rh - 1 of the rectangle's
