@@ -4,7 +4,8 @@
 Rows are named "<Operation>/<impl>/<W>x<H>" with impl rvpcv, opencv or memcpy. For every
 operation and size the report gives both times, ratio = OpenCV time / rvpcv time (above 1: rvpcv
 is faster) and, where a memcpy row of the same bytes exists, rvpcv's bandwidth as a percentage
-of memcpy's. With repetitions the median aggregate is used; without, the single run.
+of memcpy's. Each time is the fastest repetition (--stat min, the default: on a shared machine
+other load only ever adds time) or the median aggregate (--stat median).
 
 Several JSON files (runs of the same binary) may be given: times come from the first, and the
 ratios of the others are listed next to it, so run-to-run noise is visible in the table.
@@ -28,7 +29,7 @@ NAME_RE = re.compile(r"^(?P<op>.+)/(?P<impl>rvpcv|opencv|memcpy)/(?P<w>\d+)x(?P<
 UNIT_NS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
-def load_run(path, time_field):
+def load_run(path, time_field, stat):
     """Returns {(op, (w, h)): {impl: time_ns}} from one benchmark JSON file."""
     with open(path) as f:
         data = json.load(f)
@@ -46,13 +47,14 @@ def load_run(path, time_field):
             if b.get("aggregate_name") == "median":
                 medians.setdefault(key, {})[m["impl"]] = t
         else:
-            # Without aggregates keep the fastest repetition (least disturbed by other load).
+            # The fastest repetition: the one least disturbed by other load.
             cur = singles.setdefault(key, {})
             cur[m["impl"]] = min(t, cur.get(m["impl"], t))
-    for key, impls in singles.items():
+    chosen, fallback = (singles, medians) if stat == "min" else (medians, singles)
+    for key, impls in fallback.items():
         for impl, t in impls.items():
-            medians.setdefault(key, {}).setdefault(impl, t)
-    return medians
+            chosen.setdefault(key, {}).setdefault(impl, t)
+    return chosen
 
 
 def fmt_time(ns):
@@ -70,14 +72,17 @@ def main():
     ap.add_argument("--png", required=True)
     ap.add_argument("--time", choices=["cpu", "real"], default="cpu",
                     help="cpu_time (default: least affected by a shared machine) or real_time")
+    ap.add_argument("--stat", choices=["min", "median"], default="min",
+                    help="fastest repetition (default) or the median aggregate")
     ap.add_argument("--title", default="rvpcv vs OpenCV, single-threaded")
     args = ap.parse_args()
 
     field = "cpu_time" if args.time == "cpu" else "real_time"
-    runs = [load_run(p, field) for p in args.runs]
+    runs = [load_run(p, field, args.stat) for p in args.runs]
     first = runs[0]
-    # Keep the benchmark's own order: operations as registered, sizes as registered.
-    keys = [k for k in first if "rvpcv" in first[k] and "opencv" in first[k]]
+    # Sorted by operation, larger sizes first: with random interleaving the file order is random.
+    keys = sorted((k for k in first if "rvpcv" in first[k] and "opencv" in first[k]),
+                  key=lambda k: (k[0], -k[1][0] * k[1][1]))
     if not keys:
         sys.exit("report.py: no rvpcv/opencv pairs in %s" % args.runs[0])
 
@@ -90,9 +95,10 @@ def main():
     lines = [
         "# %s" % args.title,
         "",
-        "Times are medians (%s time) from `%s`; ratio = OpenCV time / rvpcv time (above 1: rvpcv "
+        "Times are %s (%s time) from `%s`; ratio = OpenCV time / rvpcv time (above 1: rvpcv "
         "faster). memcpy %% = rvpcv bandwidth as a percentage of a memcpy moving the same bytes."
-        % (args.time, os.path.basename(args.runs[0])),
+        % ("the fastest repetitions" if args.stat == "min" else "medians", args.time,
+           os.path.basename(args.runs[0])),
         "",
     ]
     other = len(runs) > 1

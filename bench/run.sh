@@ -5,7 +5,7 @@
 # usage: bench/run.sh [FILTER] [NAME]
 #   FILTER  regular expression for --benchmark_filter (default: everything)
 #   NAME    report name (default: the filter with non-word characters replaced, or "all")
-# environment: RUNS (default 2), REPS (repetitions per run, default 3), MIN_TIME (default 0.2)
+# environment: RUNS (default 2), REPS (repetitions per run, default 5), MIN_TIME (default 0.2)
 set -eu
 
 here=$(cd "$(dirname "$0")" && pwd)
@@ -16,7 +16,7 @@ if [ -z "$name" ]; then
   if [ "$filter" = "." ]; then name=all; else name=$(printf '%s' "$filter" | tr -c 'A-Za-z0-9_-' '_'); fi
 fi
 runs=${RUNS:-2}
-reps=${REPS:-3}
+reps=${REPS:-5}
 min_time=${MIN_TIME:-0.2}
 
 # Tools: Google Benchmark, OpenCV, matplotlib for the system python.
@@ -43,7 +43,8 @@ while [ "$i" -le "$runs" ]; do
   out="$build/$name.run$i.json"
   echo "run $i of $runs -> $out"
   "$build/bench/rvpcv_bench" --benchmark_filter="$filter" --benchmark_min_time="$min_time" \
-    --benchmark_repetitions="$reps" --benchmark_report_aggregates_only=true \
+    --benchmark_repetitions="$reps" --benchmark_enable_random_interleaving=true \
+    --benchmark_display_aggregates_only=true \
     --benchmark_out="$out" --benchmark_out_format=json
   jsons="$jsons $out"
   i=$((i + 1))
