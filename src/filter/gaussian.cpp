@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "core/checks.h"
+#include "core/dispatch.h"
 #include "core/image.h"
 #include "core/scratch.h"
 #include "filter/border.h"
@@ -152,28 +153,12 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
     const bool sym = symmetric(t, K);
     auto cols = [&](const Rvp16s* const* rows, int y) {
       Rvp8u* d = row(dst, dstStep, y);
-      switch (sym ? K : 0) {
-        case 3:
-          col_u8_sym_avx2<3>(rows, t, n, d, kColShift);
-          break;
-        case 5:
-          col_u8_sym_avx2<5>(rows, t, n, d, kColShift);
-          break;
-        case 7:
-          col_u8_sym_avx2<7>(rows, t, n, d, kColShift);
-          break;
-        case 9:
-          col_u8_sym_avx2<9>(rows, t, n, d, kColShift);
-          break;
-        case 11:
-          col_u8_sym_avx2<11>(rows, t, n, d, kColShift);
-          break;
-        case 13:
-          col_u8_sym_avx2<13>(rows, t, n, d, kColShift);
-          break;
-        default:
+      with_int<0, 3, 5, 7, 9, 11, 13>(sym ? K : 0, [&](auto KC) {
+        if constexpr (decltype(KC)::value == 0)
           col_s16_avx2<ColOut::U8Shift>(rows, t, K, n, d, 1.0f, kColShift);
-      }
+        else
+          col_u8_sym_avx2<decltype(KC)::value>(rows, t, n, d, kColShift);
+      });
     };
     if (sym && K <= 13) {
       // Strip by strip; the bordered strip row (16-bit, or bytes for the byte row pass) takes
@@ -184,44 +169,14 @@ void gauss_run(const S* src, int srcStep, S* dst, int dstStep, RvpiSize roi, int
       int16_t* ring[13];
       for (int k = 0; k < K; ++k) ring[k] = carver.take<int16_t>(int64_t{sp} * CH);
       const int q = gauss_split_shift(t, K);
-      if (q > 0) {
-        uint8_t* bord = reinterpret_cast<uint8_t*>(wide);
-        const Border bd = resolve_border(border);
-        switch (K) {
-          case 3:
-            return gauss_u8_split_strips<3, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
-          case 5:
-            return gauss_u8_split_strips<5, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
-          case 7:
-            return gauss_u8_split_strips<7, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
-          case 9:
-            return gauss_u8_split_strips<9, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
-          case 11:
-            return gauss_u8_split_strips<11, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
-          default:
-            return gauss_u8_split_strips<13, CH>(bsrc, bd, dst, dstStep, roi, t, q, bord, ring, sp);
-        }
-      }
-      switch (K) {
-        case 3:
-          gauss_u8_sym_strips<3, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
-          break;
-        case 5:
-          gauss_u8_sym_strips<5, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
-          break;
-        case 7:
-          gauss_u8_sym_strips<7, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
-          break;
-        case 9:
-          gauss_u8_sym_strips<9, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
-          break;
-        case 11:
-          gauss_u8_sym_strips<11, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
-          break;
-        default:
-          gauss_u8_sym_strips<13, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
-          break;
-      }
+      with_int<13, 3, 5, 7, 9, 11>(K, [&](auto KC) {
+        constexpr int kK = decltype(KC)::value;
+        if (q > 0)
+          gauss_u8_split_strips<kK, CH>(bsrc, resolve_border(border), dst, dstStep, roi, t, q,
+                                        reinterpret_cast<uint8_t*>(wide), ring, sp);
+        else
+          gauss_u8_sym_strips<kK, CH>(bsrc, dst, dstStep, roi, t, wide, ring, sp);
+      });
       return;
     }
     run_separable<S, I>(

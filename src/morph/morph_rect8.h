@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "core/dispatch.h"
 #include "core/image.h"
 #include "morph/morph_engine.h"
 #include "morph/morph_kernels.h"
@@ -148,24 +149,9 @@ void rect_rows_fixed(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* list, int rh_dyn,
 
 template <Extremum E>
 void rect_rows(Rvp8u* d0, Rvp8u* d1, const Rvp8u* const* src, int rh, int i0, int i1) {
-  switch (rh) {
-    case 1:
-      return rect_rows_fixed<E, 1>(d0, d1, src, rh, i0, i1);
-    case 2:
-      return rect_rows_fixed<E, 2>(d0, d1, src, rh, i0, i1);
-    case 3:
-      return rect_rows_fixed<E, 3>(d0, d1, src, rh, i0, i1);
-    case 4:
-      return rect_rows_fixed<E, 4>(d0, d1, src, rh, i0, i1);
-    case 5:
-      return rect_rows_fixed<E, 5>(d0, d1, src, rh, i0, i1);
-    case 6:
-      return rect_rows_fixed<E, 6>(d0, d1, src, rh, i0, i1);
-    case 7:
-      return rect_rows_fixed<E, 7>(d0, d1, src, rh, i0, i1);
-    default:
-      return rect_rows_fixed<E, 0>(d0, d1, src, rh, i0, i1);
-  }
+  with_int<0, 1, 2, 3, 4, 5, 6, 7>(rh, [&](auto RH) {
+    rect_rows_fixed<E, decltype(RH)::value>(d0, d1, src, rh, i0, i1);
+  });
 }
 
 // Bytes C..C+31 of the 64 bytes cur:nxt.
@@ -200,37 +186,14 @@ void rect_rows_pair_fixed(Rvp8u* q, const Rvp8u* const* list, int n) {
   }
 }
 
-template <Extremum E, int RH>
-void rect_rows_pair_c(Rvp8u* q, const Rvp8u* const* list, int c, int n) {
-  switch (c) {
-    case 1:
-      return rect_rows_pair_fixed<E, RH, 1>(q, list, n);
-    case 3:
-      return rect_rows_pair_fixed<E, RH, 3>(q, list, n);
-    default:
-      return rect_rows_pair_fixed<E, RH, 4>(q, list, n);
-  }
-}
-
 // rh <= 7, c in {1, 3, 4}, n >= 64.
 template <Extremum E>
 void rect_rows_pair(Rvp8u* q, const Rvp8u* const* list, int rh, int c, int n) {
-  switch (rh) {
-    case 1:
-      return rect_rows_pair_c<E, 1>(q, list, c, n);
-    case 2:
-      return rect_rows_pair_c<E, 2>(q, list, c, n);
-    case 3:
-      return rect_rows_pair_c<E, 3>(q, list, c, n);
-    case 4:
-      return rect_rows_pair_c<E, 4>(q, list, c, n);
-    case 5:
-      return rect_rows_pair_c<E, 5>(q, list, c, n);
-    case 6:
-      return rect_rows_pair_c<E, 6>(q, list, c, n);
-    default:
-      return rect_rows_pair_c<E, 7>(q, list, c, n);
-  }
+  with_int<7, 1, 2, 3, 4, 5, 6>(rh, [&](auto RH) {
+    with_int<4, 1, 3>(c, [&](auto C) {
+      rect_rows_pair_fixed<E, decltype(RH)::value, decltype(C)::value>(q, list, n);
+    });
+  });
 }
 
 // Four consecutive output rows of a vertical window of rh >= 4 rows, src[0..rh+2]: the rows
@@ -273,20 +236,9 @@ void rect_rows4_fixed(Rvp8u* const* d, const Rvp8u* const* list, int rh_dyn, int
 
 template <Extremum E>
 void rect_rows4(Rvp8u* const* d, const Rvp8u* const* src, int rh, int i0, int i1) {
-  switch (rh) {
-    case 4:
-      return rect_rows4_fixed<E, 4>(d, src, rh, i0, i1);
-    case 5:
-      return rect_rows4_fixed<E, 5>(d, src, rh, i0, i1);
-    case 6:
-      return rect_rows4_fixed<E, 6>(d, src, rh, i0, i1);
-    case 7:
-      return rect_rows4_fixed<E, 7>(d, src, rh, i0, i1);
-    case 15:
-      return rect_rows4_fixed<E, 15>(d, src, rh, i0, i1);
-    default:
-      return rect_rows4_fixed<E, 0>(d, src, rh, i0, i1);
-  }
+  with_int<0, 4, 5, 6, 7, 15>(rh, [&](auto RH) {
+    rect_rows4_fixed<E, decltype(RH)::value>(d, src, rh, i0, i1);
+  });
 }
 
 template <Extremum E, int N>
@@ -324,24 +276,9 @@ void rect_taps_fixed(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1, 
 template <Extremum E>
 void rect_taps(Rvp8u* out, const Rvp8u* v, const Taps& t, int i0, int i1,
                const Rvp8u* next = nullptr, const Rvp8u* ahead = nullptr) {
-  switch (t.count) {
-    case 1:
-      return rect_taps_fixed<E, 1>(out, v, t, i0, i1, next, ahead);
-    case 2:
-      return rect_taps_fixed<E, 2>(out, v, t, i0, i1, next, ahead);
-    case 3:
-      return rect_taps_fixed<E, 3>(out, v, t, i0, i1, next, ahead);
-    case 4:
-      return rect_taps_fixed<E, 4>(out, v, t, i0, i1, next, ahead);
-    case 5:
-      return rect_taps_fixed<E, 5>(out, v, t, i0, i1, next, ahead);
-    case 6:
-      return rect_taps_fixed<E, 6>(out, v, t, i0, i1, next, ahead);
-    case 7:
-      return rect_taps_fixed<E, 7>(out, v, t, i0, i1, next, ahead);
-    default:
-      return rect_taps_fixed<E, 8>(out, v, t, i0, i1, next, ahead);
-  }
+  with_int<8, 1, 2, 3, 4, 5, 6, 7>(t.count, [&](auto N) {
+    rect_taps_fixed<E, decltype(N)::value>(out, v, t, i0, i1, next, ahead);
+  });
 }
 
 }  // namespace avx2
