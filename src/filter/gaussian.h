@@ -70,13 +70,14 @@ inline void gauss_col16(const int32_t* const* rows, D* dst, int n, const int32_t
 // a rounded even sum shifted down lands in the low word with a zero high word, and a rounded
 // odd sum is shifted so that its result occupies the high word. Valid under `symmetric` taps.
 
-// out[i] = (sum_k taps[k] * wide[i + k * stride] + 128) >> 8, i < n; wide holds 16-bit pixels.
-template <int K>
-inline void gauss_row_sym_scalar(const int16_t* wide, int16_t* out, int n, const int16_t* taps,
+// out[i] = (sum_k taps[k] * src[i + k * stride] + 128) >> 8, i < n; src holds the pixels as
+// bytes or widened to 16 bits.
+template <int K, class P>
+inline void gauss_row_sym_scalar(const P* src, int16_t* out, int n, const int16_t* taps,
                                  int stride) {
   for (int i = 0; i < n; ++i) {
     int32_t acc = 0;
-    for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * wide[i + k * stride];
+    for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * src[i + k * stride];
     out[i] = int16_t((acc + (1 << (kGaussRowDrop - 1))) >> kGaussRowDrop);
   }
 }
@@ -301,17 +302,6 @@ inline int gauss_split_shift(const int16_t* taps, int K) {
   return 0;
 }
 
-// Plain row pass on bytes: out[i] = (sum_k taps[k] * src[i + k * stride] + 128) >> 8, i < n.
-template <int K>
-inline void gauss_row_u8_scalar(const uint8_t* src, int16_t* out, int n, const int16_t* taps,
-                                int stride) {
-  for (int i = 0; i < n; ++i) {
-    int32_t acc = 0;
-    for (int k = 0; k < K; ++k) acc += int32_t{taps[k]} * src[i + k * stride];
-    out[i] = int16_t((acc + (1 << (kGaussRowDrop - 1))) >> kGaussRowDrop);
-  }
-}
-
 // Position in a ring row of element i when whole 32-element blocks are stored in the order the
 // byte unpacks produce (elements 0-7, 16-23, 8-15, 24-31): the middle two groups of eight trade
 // places. Elements of the tail (i >= n rounded down to 32) keep their place.
@@ -375,7 +365,7 @@ inline void gauss_row_split_avx2(const uint8_t* src, int16_t* out, int n, const 
                                  int q, int stride) {
   const int i = q == 5 ? gauss_row_split_blocks<K, 5>(src, out, n, taps, stride)
                        : gauss_row_split_blocks<K, 4>(src, out, n, taps, stride);
-  gauss_row_u8_scalar<K>(src + i, out + i, n - i, taps, stride);
+  gauss_row_sym_scalar<K>(src + i, out + i, n - i, taps, stride);
 }
 
 // The column pass on rows whose whole 32-element blocks are in block order. The mirrored rows are
